@@ -1,0 +1,25 @@
+# One folder of the house = one static library of the same name with its dependencies declared.
+
+# kv_add_folder(NAME [SOURCES file...] [DEPENDS folder...] [PRIVATE_DEPENDS target...])
+# Headers are found by listing; each is also compiled alone, so that none leans on its includer.
+function(kv_add_folder name)
+    cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
+    file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+    set(alone "")
+    foreach(header ${headers})
+        get_filename_component(stem ${header} NAME_WE)
+        set(unit ${CMAKE_CURRENT_BINARY_DIR}/alone/${stem}.cpp)
+        file(CONFIGURE OUTPUT ${unit} CONTENT "#include \"${name}/${stem}.h\"\n")
+        list(APPEND alone ${unit})
+    endforeach()
+
+    add_library(kv_${name} STATIC ${arg_SOURCES})
+    target_include_directories(kv_${name} PUBLIC ${CMAKE_SOURCE_DIR})
+    list(TRANSFORM arg_DEPENDS PREPEND kv_)
+    target_link_libraries(kv_${name} PUBLIC ${arg_DEPENDS} PRIVATE ${arg_PRIVATE_DEPENDS})
+    kv_own_target(kv_${name})
+
+    add_library(kv_${name}_headers OBJECT ${alone})
+    target_link_libraries(kv_${name}_headers PRIVATE kv_${name})
+    kv_own_target(kv_${name}_headers)
+endfunction()

@@ -1,0 +1,18 @@
+# Build options and the compiler flags of our own targets.
+
+set(KV_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them")
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
+endif()
+
+if(KV_SANITIZE)
+    add_compile_options(-fsanitize=${KV_SANITIZE} -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer -O1)
+    add_link_options(-fsanitize=${KV_SANITIZE})
+endif()
+
+# Gives a target of our own the warnings that we hold to, all of them errors.
+function(kv_own_target target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+endfunction()

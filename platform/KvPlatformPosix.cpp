@@ -1,0 +1,243 @@
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+
+#include "platform/KvPlatform.h"
+
+namespace {
+
+/// How many names are tried for a temporary file before the system counts as failing.
+constexpr int kTemporaryNameTries = 100;
+
+std::string ToHostPath(const char* path)
+{
+    std::string host(path);
+    std::replace(host.begin(), host.end(), '\\', '/');
+    return host;
+}
+
+std::FILE* OpenStream(const char* path, const char* mode)
+{
+    std::FILE* stream = std::fopen(ToHostPath(path).c_str(), mode);
+    if (stream == nullptr)
+        return nullptr;
+    struct stat status = {};
+    if (fstat(fileno(stream), &status) == 0 && !S_ISDIR(status.st_mode))
+        return stream;
+    std::fclose(stream);  // a folder opens for reading here, but has no bytes
+    return nullptr;
+}
+
+std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
+{
+    return std::fread(buffer, 1, sizeBytes, stream);
+}
+
+std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
+{
+    return std::fwrite(data, 1, sizeBytes, stream);
+}
+
+bool SeekStream(std::FILE* stream, std::int64_t offsetBytes, EKvSeekOrigin origin)
+{
+    int whence = SEEK_SET;
+    if (origin == EKvSeekOrigin::Current)
+        whence = SEEK_CUR;
+    else if (origin == EKvSeekOrigin::End)
+        whence = SEEK_END;
+    return fseeko(stream, offsetBytes, whence) == 0;
+}
+
+std::int64_t TellStream(std::FILE* stream)
+{
+    return ftello(stream);
+}
+
+bool CloseStream(std::FILE* stream)
+{
+    // fclose reports its own last flush alone: an earlier lost write shows in the error state only.
+    const bool written = std::ferror(stream) == 0;
+    return std::fclose(stream) == 0 && written;
+}
+
+/// Creates a file that was not there, beside \a target. Gives the descriptor or -1 with errno set.
+int CreateTemporary(const std::string& target, std::string& temporaryPath)
+{
+    for (int attempt = 0; attempt < kTemporaryNameTries; ++attempt)
+    {
+        temporaryPath =
+            target + "." + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
+        const int descriptor =
+            open(temporaryPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor >= 0 || errno != EEXIST)
+            return descriptor;
+    }
+    return -1;
+}
+
+/// True when nothing but a plain rewrite in place keeps what \a path is: see WriteDirectly.
+bool NeedsDirectWrite(const std::string& target, bool exists, const struct stat& status)
+{
+    if (!exists)
+        return false;
+    return !S_ISREG(status.st_mode) || status.st_nlink > 1 ||
+           faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0;
+}
+
+/// Resolves links in \a path. False when the path is a link whose target is not there.
+bool FollowLinks(std::string& path)
+{
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode))
+        return true;
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr),
+                                                               &std::free);
+    if (resolved == nullptr)
+        return false;
+    path = resolved.get();
+    return true;
+}
+
+/// Gives the temporary the owner and mode of the file that it replaces.
+bool TakeOver(int descriptor, const struct stat& old)
+{
+    struct stat created = {};
+    if (fstat(descriptor, &created) != 0)
+        return false;
+    const bool sameOwner = created.st_uid == old.st_uid && created.st_gid == old.st_gid;
+    if (!sameOwner && fchown(descriptor, old.st_uid, old.st_gid) != 0)
+        return false;
+    return fchmod(descriptor, old.st_mode & 07777) == 0;
+}
+
+EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
+                                      CKvReplacement& replacement)
+{
+    replacement.targetPath = ToHostPath(path);
+    if (!FollowLinks(replacement.targetPath))
+        return EKvReplacementStatus::WriteDirectly;
+    struct stat old = {};
+    const bool exists = stat(replacement.targetPath.c_str(), &old) == 0;
+    if (NeedsDirectWrite(replacement.targetPath, exists, old))
+        return EKvReplacementStatus::WriteDirectly;
+
+    const int descriptor = CreateTemporary(replacement.targetPath, replacement.temporaryPath);
+    if (descriptor < 0)
+    {
+        const bool systemFailed =
+            errno == ENOSPC || errno == EDQUOT || errno == EIO || errno == EMFILE || errno == ENFILE;
+        return systemFailed ? EKvReplacementStatus::Failed : EKvReplacementStatus::WriteDirectly;
+    }
+    if (exists && !TakeOver(descriptor, old))
+    {
+        close(descriptor);
+        unlink(replacement.temporaryPath.c_str());
+        return EKvReplacementStatus::WriteDirectly;
+    }
+    replacement.stream = fdopen(descriptor, mode);
+    if (replacement.stream == nullptr)
+    {
+        close(descriptor);
+        unlink(replacement.temporaryPath.c_str());
+        return EKvReplacementStatus::Failed;
+    }
+    return EKvReplacementStatus::Begun;
+}
+
+bool CommitReplacement(const CKvReplacement& replacement)
+{
+    return std::rename(replacement.temporaryPath.c_str(), replacement.targetPath.c_str()) == 0;
+}
+
+void DiscardReplacement(const CKvReplacement& replacement)
+{
+    unlink(replacement.temporaryPath.c_str());
+}
+
+constexpr CKvDiskOperations kHostDisk = {OpenStream,       ReadStream,        WriteStream,
+                                         SeekStream,       TellStream,        CloseStream,
+                                         BeginReplacement, CommitReplacement, DiscardReplacement};
+
+const CKvDiskOperations* s_disk = &kHostDisk;
+
+void DefaultDebugOutput([[maybe_unused]] const char* line)
+{
+#ifndef NDEBUG
+    std::fputs(line, stderr);
+#endif
+}
+
+void (*s_debugOutput)(const char* line) = &DefaultDebugOutput;
+
+}  // namespace
+
+const CKvDiskOperations& KvPlatformDisk()
+{
+    return *s_disk;
+}
+
+const CKvDiskOperations& KvPlatformHostDisk()
+{
+    return kHostDisk;
+}
+
+void KvPlatformSetDisk(const CKvDiskOperations* operations)
+{
+    s_disk = operations != nullptr ? operations : &kHostDisk;
+}
+
+bool KvPlatformFileExists(const char* path)
+{
+    struct stat status = {};
+    return stat(ToHostPath(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+bool KvPlatformCreateFolder(const char* path)
+{
+    const std::string host = ToHostPath(path);
+    if (mkdir(host.c_str(), 0777) == 0)
+        return true;
+    struct stat status = {};
+    return stat(host.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+CKvLocalTime KvPlatformLocalTime()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local = {};
+    if (now == static_cast<std::time_t>(-1) || localtime_r(&now, &local) == nullptr)
+        return {};
+    return {local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+std::uint64_t KvPlatformRandomSeed()
+{
+    std::uint64_t seed = 0;
+    if (getrandom(&seed, sizeof seed, GRND_NONBLOCK) == static_cast<ssize_t>(sizeof seed))
+        return seed;
+    return static_cast<std::uint64_t>(std::time(nullptr)) ^ (static_cast<std::uint64_t>(getpid()) << 32);
+}
+
+void KvPlatformDebugOutput(const char* line)
+{
+    s_debugOutput(line);
+}
+
+void KvPlatformSetDebugOutput(void (*sink)(const char* line))
+{
+    s_debugOutput = sink != nullptr ? sink : &DefaultDebugOutput;
+}
+
+void KvPlatformIgnoreBrokenPipes()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
