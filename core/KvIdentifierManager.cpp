@@ -1,0 +1,114 @@
+#include "core/KvIdentifierManager.h"
+
+#include <vector>
+
+#include "core/KvCrc64.h"
+#include "core/KvHashTable.h"
+#include "core/KvText.h"
+#include "platform/KvPlatform.h"
+
+namespace {
+
+/// Looks entries up by a hash that outsiders cannot predict. A CRC is linear, so names that share
+/// its low bits are easy to construct; under the documented hash they would make probing quadratic.
+class CSaltedPolicy : public CKvIdentifierHashPolicy
+{
+public:
+    /// Multiplicative hashing with a random odd multiplier (Dietzfelbinger et al., "A Reliable
+    /// Randomized Algorithm for the Closest-Pair Problem", 1997): the product's high half.
+    static int CreateHash(Key key)
+    {
+        static const std::uint64_t s_multiplier = KvPlatformRandomSeed() | 1u;
+        return static_cast<int>(static_cast<std::uint32_t>((key * s_multiplier) >> 32));
+    }
+};
+
+}  // namespace
+
+/// Entries in the order of their registration, which fixes their order in a hash file.
+class CKvIdentifierManager::CTable
+{
+public:
+    using Entry = CKvIdentifierHashEntry;
+
+    const Entry* Find(std::uint64_t crc) const { return m_index.Find(crc); }
+
+    const Entry& Add(std::unique_ptr<Entry> entry)
+    {
+        m_entries.push_back(std::move(entry));
+        m_index.Insert(m_entries.back().get());
+        return *m_entries.back();
+    }
+
+    const std::vector<std::unique_ptr<Entry>>& Entries() const { return m_entries; }
+
+private:
+    std::vector<std::unique_ptr<Entry>> m_entries;
+    TKvHashTable<Entry, CSaltedPolicy> m_index;
+};
+
+CKvIdentifierManager& CKvIdentifierManager::GetInstance()
+{
+    static auto* const s_instance = new CKvIdentifierManager;
+    return *s_instance;
+}
+
+CKvIdentifierManager::CKvIdentifierManager() = default;
+CKvIdentifierManager::~CKvIdentifierManager() = default;
+
+void CKvIdentifierManager::Release()
+{
+    m_table.reset();
+}
+
+CKvIdentifierManager::CTable& CKvIdentifierManager::Table()
+{
+    if (m_table == nullptr)
+        m_table = std::make_unique<CTable>();
+    return *m_table;
+}
+
+const char* CKvIdentifierManager::FindNameForCrc64(std::uint64_t crc)
+{
+    const CKvIdentifierHashEntry* entry = Table().Find(crc);
+    return entry != nullptr ? entry->name.GetText() : nullptr;
+}
+
+void CKvIdentifierManager::CheckCrc64ForUniqueness(const char* text, bool)
+{
+    const auto length = static_cast<unsigned int>(kvStrlen(text));
+    Register(CreateCrc64_ToLower(text, length, kKvCrc64Initial), text, length);
+}
+
+const char* CKvIdentifierManager::Register(std::uint64_t crc, const char* text, unsigned int length)
+{
+    CTable& table = Table();
+    if (const CKvIdentifierHashEntry* known = table.Find(crc))
+        return known->name.GetText();
+    auto entry = std::make_unique<CKvIdentifierHashEntry>();
+    entry->crc = crc;
+    entry->name = TKvString<char>(text, static_cast<int>(length));
+    entry->name.ToLower();
+    return table.Add(std::move(entry)).name.GetText();
+}
+
+bool CKvIdentifierManager::Insert(const CKvIdentifierHashEntry& entry)
+{
+    CTable& table = Table();
+    if (table.Find(entry.crc) != nullptr)
+        return false;
+    table.Add(std::make_unique<CKvIdentifierHashEntry>(entry));
+    return true;
+}
+
+void CKvIdentifierManager::ListInSlotOrder(CKvArray<const CKvIdentifierHashEntry*>& entries)
+{
+    TKvHashTable<const CKvIdentifierHashEntry, CKvIdentifierHashPolicy> layout;
+    for (const auto& entry : Table().Entries())
+        layout.Insert(entry.get());
+    for (int slot = 0; slot < layout.GetSlotCount(); ++slot)
+    {
+        if (layout.GetSlot(slot) != nullptr)
+            entries.Add(layout.GetSlot(slot));
+    }
+}

@@ -1,0 +1,94 @@
+// The file object that callers hold: one handle with typed reads and writes, strings and whole-file
+// reading. Values are stored in the host's byte order; nothing is converted.
+
+#pragma once
+
+#include "file/KvFileHandle.h"
+
+class CKvFile
+{
+public:
+    /// A closed file, which closes what it opens.
+    CKvFile() = default;
+
+    /// A file over somebody else's handle, which the destructor leaves open.
+    explicit CKvFile(CKvFileHandle* handle) : m_handle(handle), m_ownsHandle(false) {}
+
+    /// Copies share the handle and never close it when destroyed.
+    CKvFile(const CKvFile& other) : m_handle(other.m_handle), m_ownsHandle(false) {}
+    CKvFile& operator=(const CKvFile& other);
+
+    virtual ~CKvFile();
+
+    /// Errors: AlreadyOpen when a handle is held, which stays; else as CKvFileSystemUnCached::Open().
+    [[nodiscard]] EKvFileSystemError Open(const TKvString<char>& path, EKvFileSystemOpenMode mode,
+                                          bool useBigFiles);
+
+    /// Errors: CloseFailed when no handle is held, or when closing or any write before it failed.
+    EKvFileSystemError Close();
+
+    bool IsOpened() const { return m_handle != nullptr; }
+
+    /// None without handle.
+    EKvFileSystemOpenMode GetOpenMode() const;
+
+    int GetPos() const;
+    bool SeekFromStart(int offset);
+    bool SeekFromCurrent(int offset);
+    bool SeekFromEnd(int offset);
+    int GetSize() const;
+
+    /// Gives the bytes read; 0 for a size below 1.
+    [[nodiscard]] int Read(void* buffer, int size);
+
+    /// Gives \a size, or 0 when the write failed.
+    int Write(const void* data, int size);
+
+    EKvFileSystemError AsyncRead(void* buffer, int size);
+    EKvFileSystemError AsyncWrite(const void* data, int size);
+    EKvFileSystemError AsyncWait() { return EKvFileSystemError::Success; }
+
+    /// Typed reads. Errors: ReadFailed when fewer bytes came; the rest of the value is then zero.
+    [[nodiscard]] EKvFileSystemError ReadS8(signed char& value);
+    [[nodiscard]] EKvFileSystemError ReadU8(unsigned char& value);
+    [[nodiscard]] EKvFileSystemError ReadS16(short& value);
+    [[nodiscard]] EKvFileSystemError ReadU16(unsigned short& value);
+    [[nodiscard]] EKvFileSystemError ReadS32(int& value);
+    [[nodiscard]] EKvFileSystemError ReadU32(unsigned int& value);
+    [[nodiscard]] EKvFileSystemError ReadF32(float& value);
+    [[nodiscard]] EKvFileSystemError ReadS64(long long& value);
+    [[nodiscard]] EKvFileSystemError ReadU64(unsigned long long& value);
+
+    /// Typed writes; the 8- and 16-bit ones store the low bytes. Errors: WriteFailed.
+    EKvFileSystemError WriteS8(int value);
+    EKvFileSystemError WriteU8(int value);
+    EKvFileSystemError WriteS16(int value);
+    EKvFileSystemError WriteU16(int value);
+    EKvFileSystemError WriteS32(int value);
+    EKvFileSystemError WriteU32(unsigned int value);
+    EKvFileSystemError WriteF32(float value);
+    EKvFileSystemError WriteS64(long long value);
+    EKvFileSystemError WriteU64(unsigned long long value);
+
+    /// The longest string that a file holds, in bytes without terminator.
+    static constexpr int kLongestString = 4095;
+
+    /// Reads up to and with a zero byte; the string becomes the bytes before it.
+    ///
+    /// Errors: ReadFailed at the end of the file, with the bytes that came, and for a string above
+    ///         kLongestString, which becomes empty.
+    [[nodiscard]] EKvFileSystemError ReadString(TKvString<char>& text);
+
+    /// Writes the characters and one zero byte. Always Success: a failure shows in Close().
+    EKvFileSystemError WriteString(const TKvString<char>& text);
+
+    /// Reads the whole file from its start.
+    ///
+    /// Ownership: the result is an unsigned char array from array new, the caller's to delete.
+    /// Errors:    null and size 0 when the file cannot be read whole or memory is short.
+    [[nodiscard]] void* ReadEntireFile(int& size);
+
+private:
+    CKvFileHandle* m_handle = nullptr;
+    bool m_ownsHandle = true;
+};

@@ -1,0 +1,3 @@
+#include "file/KvFileHandle.h"
+
+CKvFileHandle::~CKvFileHandle() = default;

@@ -1,0 +1,70 @@
+// The static file system: opens, reads, writes, seeks and closes any handle. A null handle never
+// does harm. Sizes and positions are ints; a file of 2 GiB or more has size 0 and no position.
+
+#pragma once
+
+#include "file/KvFileHandle.h"
+
+class CKvFileHandleStdPC;
+
+class CKvFileSystemUnCached
+{
+public:
+    CKvFileSystemUnCached() = delete;
+
+    /// Opens a disk file. Writing truncates, appending creates.
+    ///
+    /// \a useBigFiles asks that registered archives be searched before the disk when reading.
+    /// Ownership: \a handle is Close()'s to destroy; it is null after a failure.
+    /// Errors:    ModeNotAllowed for a mode outside 1 to 6; NotOpened when the file is absent,
+    ///            refused or a folder.
+    [[nodiscard]] static EKvFileSystemError Open(CKvFileHandle*& handle, const TKvString<char>& path,
+                                                 EKvFileSystemOpenMode mode, bool useBigFiles);
+
+    /// Closes and destroys the handle and makes it null.
+    ///
+    /// Errors: NoHandle for null; CloseFailed when closing or any write before it failed.
+    static EKvFileSystemError Close(CKvFileHandle*& handle);
+
+    /// Gives the bytes read: fewer than \a size at the end of the file or after a failure.
+    [[nodiscard]] static int Read(CKvFileHandle* handle, void* buffer, int size);
+
+    /// Gives \a size, or 0 when the write failed; the failure also shows when the handle is closed.
+    /// Bytes that were accepted may still get lost: only Close() tells.
+    static int Write(CKvFileHandle* handle, const void* data, int size);
+
+    /// Bytes from the start; -1 without handle or when the stream has no such position.
+    static int GetPos(CKvFileHandle* handle);
+
+    /// True for a handle that can have a position, whether or not the seek itself succeeded.
+    static bool SeekFromStart(CKvFileHandle* handle, int offset);
+    static bool SeekFromCurrent(CKvFileHandle* handle, int offset);
+    static bool SeekFromEnd(CKvFileHandle* handle, int offset);
+
+    /// Bytes in the file; 0 without handle, for a stream without size and for 2 GiB or more.
+    static int GetSize(CKvFileHandle* handle);
+
+    /// True when something that is no folder has this path.
+    static bool Exists(const TKvString<char>& path);
+
+    /// Reads before it returns.
+    ///
+    /// Errors: NoHandle, Busy, or ReadFailed when fewer bytes came.
+    static EKvFileSystemError AsyncRead(CKvFileHandle* handle, void* buffer, int size);
+
+    /// Writes before it returns.
+    ///
+    /// Errors: NoHandle, Busy, or WriteFailed.
+    static EKvFileSystemError AsyncWrite(CKvFileHandle* handle, const void* data, int size);
+
+    /// Nothing is ever pending.
+    static EKvFileSystemError AsyncWait(CKvFileHandle*) { return EKvFileSystemError::Success; }
+
+    /// When set, every later write to a disk file has its bytes reversed in words of four; bytes
+    /// behind the last whole word of a write stay as given. Process-wide.
+    static void SetSwapDWORDOnWrite(bool swap) { m_bSwapDWORDOnWrite = swap; }
+    static bool GetSwapDWORDOnWrite() { return m_bSwapDWORDOnWrite; }
+
+private:
+    static bool m_bSwapDWORDOnWrite;
+};

@@ -1,0 +1,48 @@
+#include "file/KvWholeFileWriter.h"
+
+#include "file/KvFileHandleStd.h"
+#include "file/KvFileSystemUnCached.h"
+
+using EError = EKvFileSystemError;
+using EMode = EKvFileSystemOpenMode;
+
+CKvWholeFileWriter::~CKvWholeFileWriter()
+{
+    if (m_handle == nullptr)
+        return;
+    CKvFileSystemUnCached::Close(m_handle);
+    if (!m_direct)
+        KvPlatformDisk().discardReplacement(m_replacement);
+}
+
+EError CKvWholeFileWriter::Open(const TKvString<char>& path, EMode mode)
+{
+    if (m_handle != nullptr)
+        return EError::AlreadyOpen;
+    if (mode != EMode::WriteBinary && mode != EMode::WriteText)
+        return EError::ModeNotAllowed;
+
+    const char* streamMode = mode == EMode::WriteText ? "wt" : "wb";
+    const EKvReplacementStatus status =
+        KvPlatformDisk().beginReplacement(path.GetText(), streamMode, m_replacement);
+    if (status == EKvReplacementStatus::Failed)
+        return EError::NotOpened;
+    m_direct = status == EKvReplacementStatus::WriteDirectly;
+    if (m_direct)
+        return CKvFileSystemUnCached::Open(m_handle, path, mode, false);
+    m_handle = new CKvFileHandleStdPC(path, mode, m_replacement.stream);
+    return EError::Success;
+}
+
+EError CKvWholeFileWriter::Commit()
+{
+    if (m_handle == nullptr)
+        return EError::CloseFailed;
+    const bool complete = CKvFileSystemUnCached::Close(m_handle) == EError::Success;
+    if (m_direct)
+        return complete ? EError::Success : EError::CloseFailed;
+    if (complete && KvPlatformDisk().commitReplacement(m_replacement))
+        return EError::Success;
+    KvPlatformDisk().discardReplacement(m_replacement);
+    return EError::CloseFailed;
+}
