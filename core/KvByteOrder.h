@@ -1,0 +1,34 @@
+// Byte order and alignment of the binary formats: the in-place swaps with which readers and writers
+// convert between little- and big-endian, and the rounding of sizes to whole blocks.
+
+#pragma once
+
+/// Reverses the bytes of one value in place. The types are the language's own, so that every
+/// spelling of an integer has its overload whatever the width of long is.
+void KvSwapEndian(unsigned short& value);
+void KvSwapEndian(short& value);
+void KvSwapEndian(unsigned int& value);
+void KvSwapEndian(int& value);
+void KvSwapEndian(unsigned long& value);
+void KvSwapEndian(long& value);
+void KvSwapEndian(unsigned long long& value);
+void KvSwapEndian(long long& value);
+void KvSwapEndian(float& value);
+
+/// Reverses the bytes of each element of an array in place.
+///
+/// Units: \a byteSize is the size of the buffer in bytes, not a count of elements; trailing bytes
+///        that do not fill an element stay as they are.
+void KvSwapEndian(unsigned short* values, unsigned int byteSize);
+void KvSwapEndian(short* values, unsigned int byteSize);
+void KvSwapEndian(unsigned int* values, unsigned int byteSize);
+void KvSwapEndian(int* values, unsigned int byteSize);
+void KvSwapEndian(float* values, unsigned int byteSize);
+
+/// Rounds \a value up to a multiple of \a alignment, which must be a power of two. Wraps to 0 when
+/// that multiple is 2^32.
+constexpr unsigned int KvAlignValue(unsigned int value, unsigned int alignment)
+{
+    const unsigned int excess = value & (alignment - 1);
+    return excess == 0 ? value : value + (alignment - excess);
+}
