@@ -8,12 +8,12 @@
 #include "core/KvIdentifier.h"
 #include "core/KvString.h"
 
-class CKvQuaternion;
-class CKvVector3;
-template <class T>
-class CKvRGB;
-template <class T>
-class CKvRGBA;
+struct CKvQuaternion;
+struct CKvVector3;
+template <typename T>
+struct CKvRGB;
+template <typename T>
+struct CKvRGBA;
 
 /// Fields stand in the documented order; the destructor is the only virtual function.
 class CKvScriptTreeAttribute

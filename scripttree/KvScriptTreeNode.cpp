@@ -290,18 +290,25 @@ void CKvScriptTreeNode::Copy(const CKvScriptTreeNode* source)
             pending.push_back({child, task.copy->AddNewChild(child->m_identifier)});
     }
 
-    if (m_children.IsEmpty()) {
-        m_children = std::move(root->m_children);
-    } else {
-        CKvArray<CKvScriptTreeNode*> all = m_children;
-        for (CKvScriptTreeNode* child : root->m_children)
-            all.Add(child);
-        m_children = std::move(all);
-        root->m_children.Clear();
-    }
-    m_identifier = root->m_identifier;
-    m_attributes = std::move(root->m_attributes);
+    m_attributes.Clear();
+    Absorb(*root);
     m_text = std::move(root->m_text);
+}
+
+void CKvScriptTreeNode::Absorb(CKvScriptTreeNode& other)
+{
+    CKvArray<CKvScriptTreeAttribute> attributes = m_attributes;
+    for (const CKvScriptTreeAttribute& attribute : other.m_attributes)
+        attributes.Add(attribute);
+    CKvArray<CKvScriptTreeNode*> children = m_children;
+    for (CKvScriptTreeNode* child : other.m_children)
+        children.Add(child);
+
+    m_identifier = other.m_identifier;
+    m_attributes = std::move(attributes);
+    m_children = std::move(children);
+    other.m_attributes.Clear();
+    other.m_children.Clear();
 }
 
 bool CKvScriptTreeNode::operator==(const CKvScriptTreeNode& other) const

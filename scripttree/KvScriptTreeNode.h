@@ -10,7 +10,7 @@
 #include "core/KvString.h"
 #include "scripttree/KvScriptTreeAttribute.h"
 
-class CKvVector2;
+struct CKvVector2;
 
 /// Fields stand in the documented order; the destructor is the only virtual function.
 ///
@@ -128,6 +128,10 @@ public:
     /// Takes name, attributes and text of \a source and appends deep copies of its children behind
     /// the own ones. \a source may be any node, also this one, a descendant or an ancestor.
     void Copy(const CKvScriptTreeNode* source);
+
+    /// Takes the name of \a other and, behind the own ones, its attributes and children; \a other is
+    /// left without. Either all of it happens or, when memory is short, nothing.
+    void Absorb(CKvScriptTreeNode& other);
 
     /// Equal in name, attributes, text and children, all in order.
     bool operator==(const CKvScriptTreeNode& other) const;

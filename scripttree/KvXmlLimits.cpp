@@ -44,10 +44,12 @@ enum class EMarkup
     Element
 };
 
-bool StartsDeclaration(const char* text)
+/// \a start is in lower case; the text may be in any.
+bool StartsWithNoCase(const char* text, std::string_view start)
 {
-    return StartsWith(text, "<?") && std::tolower(text[2]) == 'x' && std::tolower(text[3]) == 'm' &&
-           std::tolower(text[4]) == 'l';
+    return std::equal(start.begin(), start.end(), text, [](char expected, char c) {
+        return std::tolower(static_cast<unsigned char>(c)) == expected;
+    });
 }
 
 /// Walks a text the way the parser does. Each Read function gives the place behind what it read, or
@@ -105,7 +107,7 @@ EMarkup CXmlWalker::Identify(const char* p) const
 {
     if (p == nullptr || *p != '<')
         return EMarkup::None;
-    if (StartsDeclaration(p))
+    if (StartsWithNoCase(p, "<?xml"))
         return EMarkup::Declaration;
     if (StartsWith(p, "<!--"))
         return EMarkup::Comment;
@@ -227,11 +229,9 @@ const char* CXmlWalker::ReadDeclaration(const char* p)
     p = declaration.Parse(p, nullptr, m_encoding);
     if (m_encoding != TIXML_ENCODING_UNKNOWN || !m_open.empty())
         return p;
-    std::string encoding = declaration.Encoding();
-    std::transform(encoding.begin(), encoding.end(), encoding.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    const bool utf8 =
-        encoding.empty() || StartsWith(encoding.c_str(), "utf-8") || StartsWith(encoding.c_str(), "utf8");
+    const char* encoding = declaration.Encoding();
+    const bool utf8 = *encoding == '\0' || StartsWithNoCase(encoding, "utf-8") ||
+                      StartsWithNoCase(encoding, "utf8");
     m_encoding = utf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_LEGACY;
     return p;
 }
