@@ -1,0 +1,87 @@
+#include "tests/support/KvFaultyDisk.h"
+
+namespace {
+
+CKvFaultyDisk* s_disk = nullptr;
+
+}  // namespace
+
+/// The operations of the table, which are plain functions and find their state in s_disk.
+struct CKvFaultyDiskOperations
+{
+    static std::FILE* OpenStream(const char* path, const char* mode)
+    {
+        return s_disk->NextFails() ? nullptr : KvPlatformHostDisk().openStream(path, mode);
+    }
+
+    static std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
+    {
+        return s_disk->NextFails() ? 0 : KvPlatformHostDisk().readStream(stream, buffer, sizeBytes);
+    }
+
+    static std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
+    {
+        if (!s_disk->NextFails())
+            return KvPlatformHostDisk().writeStream(stream, data, sizeBytes);
+        s_disk->m_damaged.insert(stream);
+        return 0;
+    }
+
+    static bool SeekStream(std::FILE* stream, std::int64_t offsetBytes, EKvSeekOrigin origin)
+    {
+        return !s_disk->NextFails() && KvPlatformHostDisk().seekStream(stream, offsetBytes, origin);
+    }
+
+    static std::int64_t TellStream(std::FILE* stream)
+    {
+        return s_disk->NextFails() ? -1 : KvPlatformHostDisk().tellStream(stream);
+    }
+
+    static bool CloseStream(std::FILE* stream)
+    {
+        const bool fails = s_disk->NextFails() || s_disk->m_damaged.erase(stream) != 0;
+        return KvPlatformHostDisk().closeStream(stream) && !fails;
+    }
+
+    static EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
+                                                 CKvReplacement& replacement)
+    {
+        return s_disk->NextFails() ? EKvReplacementStatus::Failed
+                                   : KvPlatformHostDisk().beginReplacement(path, mode, replacement);
+    }
+
+    static bool CommitReplacement(const CKvReplacement& replacement)
+    {
+        return !s_disk->NextFails() && KvPlatformHostDisk().commitReplacement(replacement);
+    }
+
+    static void DiscardReplacement(const CKvReplacement& replacement)
+    {
+        KvPlatformHostDisk().discardReplacement(replacement);
+    }
+
+    static constexpr CKvDiskOperations kTable = {
+        &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,        &TellStream,
+        &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement};
+};
+
+CKvFaultyDisk::CKvFaultyDisk(int failing, EFaults faults) : m_failing(failing), m_faults(faults)
+{
+    s_disk = this;
+    KvPlatformSetDisk(&CKvFaultyDiskOperations::kTable);
+}
+
+CKvFaultyDisk::~CKvFaultyDisk()
+{
+    KvPlatformSetDisk(nullptr);
+    s_disk = nullptr;
+}
+
+bool CKvFaultyDisk::NextFails()
+{
+    ++m_count;
+    const bool fails = m_failing > 0 && (m_faults == EFaults::FromThenOn ? m_count >= m_failing
+                                                                         : m_count == m_failing);
+    m_hasFailed = m_hasFailed || fails;
+    return fails;
+}
