@@ -1,4 +1,5 @@
-# One folder of the house = one static library of the same name with its dependencies declared.
+# One folder of the house = one static library of the same name with its dependencies declared; a
+# folder of headers alone is an interface library.
 
 # kv_add_folder(NAME [SOURCES file...] [DEPENDS folder...] [PRIVATE_DEPENDS target...])
 # Headers are found by listing; each is also compiled alone, so that none leans on its includer.
@@ -13,11 +14,17 @@ function(kv_add_folder name)
         list(APPEND alone ${unit})
     endforeach()
 
-    add_library(kv_${name} STATIC ${arg_SOURCES})
-    target_include_directories(kv_${name} PUBLIC ${CMAKE_SOURCE_DIR})
     list(TRANSFORM arg_DEPENDS PREPEND kv_)
-    target_link_libraries(kv_${name} PUBLIC ${arg_DEPENDS} PRIVATE ${arg_PRIVATE_DEPENDS})
-    kv_own_target(kv_${name})
+    if(arg_SOURCES)
+        add_library(kv_${name} STATIC ${arg_SOURCES})
+        target_include_directories(kv_${name} PUBLIC ${CMAKE_SOURCE_DIR})
+        target_link_libraries(kv_${name} PUBLIC ${arg_DEPENDS} PRIVATE ${arg_PRIVATE_DEPENDS})
+        kv_own_target(kv_${name})
+    else()
+        add_library(kv_${name} INTERFACE)
+        target_include_directories(kv_${name} INTERFACE ${CMAKE_SOURCE_DIR})
+        target_link_libraries(kv_${name} INTERFACE ${arg_DEPENDS})
+    endif()
 
     add_library(kv_${name}_headers OBJECT ${alone})
     target_link_libraries(kv_${name}_headers PRIVATE kv_${name})

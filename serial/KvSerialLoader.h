@@ -1,0 +1,37 @@
+// CKvSerialLoader: reads a sequence of values back from a buffer.
+
+#pragma once
+
+#include "serial/KvSerialBuffer.h"
+#include "serial/KvSerializer.h"
+
+/// After the first value that does not fit, every call fails.
+///
+/// Ownership: the buffer is the caller's and must outlive this object.
+class CKvSerialLoader : public IKvSerializer
+{
+public:
+    /// Units: \a length in bytes.
+    CKvSerialLoader(unsigned char* buffer, unsigned long length) : m_buffer(buffer, length) {}
+
+    /// A string that does not fit stays as it was; so does any other value. A string ends at its
+    /// first zero byte, though all its bytes are passed over.
+    int Serialize(TKvString<char>& value) override;
+    int Serialize(float& value) override;
+    int Serialize(unsigned int& value) override;
+    int Serialize(int& value) override;
+    int Serialize(unsigned char& value) override;
+    int Serialize(char& value) override;
+
+    /// True once a value did not fit.
+    bool hasOverflowed() const { return m_buffer.HasOverflowed(); }
+
+    /// The bytes behind the last value that fitted.
+    long getFlow() const { return m_buffer.GetFree(); }
+
+    /// The size of the whole buffer in bytes.
+    unsigned int getLength() const { return m_buffer.GetLength(); }
+
+private:
+    CKvSerialBuffer m_buffer;
+};
