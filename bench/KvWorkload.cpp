@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "bench/KvBenchStatistics.h"
 #include "bench/KvTemporaryFolder.h"
