@@ -9,12 +9,9 @@
 
 namespace {
 
-/// The area that identifier warnings are logged under.
-constexpr ELogType kIdentifierLogType = ELogType(2);
-
 void LogMissingText(std::uint64_t crc)
 {
-    KvLog(ELogLevel::WARNING, kIdentifierLogType, 0,
+    KvLog(ELogLevel::Warning, ELogType::Identifier, 0,
           "MISSING DEBUG STRING FOR CRC64: <%016" PRIx64 ">", crc);
 }
 

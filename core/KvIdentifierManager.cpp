@@ -4,23 +4,17 @@
 
 #include "core/KvCrc64.h"
 #include "core/KvHashTable.h"
+#include "core/KvSaltedHash.h"
 #include "core/KvText.h"
-#include "platform/KvPlatform.h"
 
 namespace {
 
-/// Looks entries up by a hash that outsiders cannot predict. A CRC is linear, so names that share
-/// its low bits are easy to construct; under the documented hash they would make probing quadratic.
+/// Looks entries up by a hash that outsiders cannot predict; under the documented one, names chosen
+/// to share their low bits would make probing quadratic.
 class CSaltedPolicy : public CKvIdentifierHashPolicy
 {
 public:
-    /// Multiplicative hashing with a random odd multiplier (Dietzfelbinger et al., "A Reliable
-    /// Randomized Algorithm for the Closest-Pair Problem", 1997): the product's high half.
-    static int CreateHash(Key key)
-    {
-        static const std::uint64_t s_multiplier = KvPlatformRandomSeed() | 1u;
-        return static_cast<int>(static_cast<std::uint32_t>((key * s_multiplier) >> 32));
-    }
+    static int CreateHash(Key key) { return static_cast<int>(KvSaltedHash(key)); }
 };
 
 }  // namespace

@@ -1,9 +1,11 @@
 // The identifier register's file form. The register itself stands in core/, which knows no files.
 
+#include <algorithm>
 #include <array>
 
 #include "core/KvByteOrder.h"
 #include "core/KvIdentifierManager.h"
+#include "file/KvFieldWriter.h"
 #include "file/KvFile.h"
 #include "file/KvWholeFileWriter.h"
 
@@ -11,62 +13,43 @@ namespace {
 
 using EError = EKvFileSystemError;
 
-/// Reads and writes the numbers of a hash file, reversed when the file is big-endian.
-class CNumbers
+/// Reads a number of a hash file, reversed when the file is big-endian.
+template <class T>
+bool ReadNumber(CKvFile& file, bool swapEndian, T& value)
 {
-public:
-    explicit CNumbers(bool swapEndian) : m_swap(swapEndian) {}
+    const bool complete = file.Read(&value, sizeof value) == static_cast<int>(sizeof value);
+    if (swapEndian)
+        KvSwapEndian(value);
+    return complete;
+}
 
-    bool Read(CKvFile& file, unsigned int& value) const
-    {
-        return Swapped(file.ReadU32(value) == EError::Success, value);
-    }
-
-    bool Read(CKvFile& file, unsigned long long& value) const
-    {
-        return Swapped(file.ReadU64(value) == EError::Success, value);
-    }
-
-    template <class T>
-    void Write(CKvFile& file, T value) const
-    {
-        Swapped(true, value);
-        file.Write(&value, sizeof value);
-    }
-
-private:
-    template <class T>
-    bool Swapped(bool valid, T& value) const
-    {
-        if (m_swap)
-            KvSwapEndian(value);
-        return valid;
-    }
-
-    bool m_swap;
-};
-
-bool ReadEntry(CKvFile& file, const CNumbers& numbers, CKvIdentifierHashEntry& entry)
+bool ReadEntry(CKvFile& file, bool swapEndian, CKvIdentifierHashEntry& entry)
 {
     std::array<char, CKvIdentifierManager::kLongestFileName + 1> name = {};
     unsigned int length = 0;
-    if (!numbers.Read(file, length) || length > CKvIdentifierManager::kLongestFileName)
+    if (!ReadNumber(file, swapEndian, length) || length > CKvIdentifierManager::kLongestFileName)
         return false;
     if (file.Read(name.data(), static_cast<int>(length)) != static_cast<int>(length))
         return false;
-    unsigned long long crc = 0;
-    if (!numbers.Read(file, crc))
+    std::uint64_t crc = 0;
+    if (!ReadNumber(file, swapEndian, crc))
         return false;
     entry = CKvIdentifierHashEntry(name.data(), crc);
     return true;
 }
 
-void WriteEntry(CKvFile& file, const CNumbers& numbers, const CKvIdentifierHashEntry& entry)
+void WriteEntry(CKvFieldWriter& writer, const CKvIdentifierHashEntry& entry)
 {
-    const int length = entry.name.GetLength();
-    numbers.Write(file, static_cast<unsigned int>(length));
-    file.Write(entry.name.GetText(), length);
-    numbers.Write(file, static_cast<unsigned long long>(entry.crc));
+    const auto length = static_cast<unsigned int>(entry.name.GetLength());
+    writer.WriteU32(length);
+    writer.WriteBytes(entry.name.GetText(), length);
+    writer.WriteU64(entry.crc);
+}
+
+/// Whether readers of the format have room for the entry's name.
+bool Fits(const CKvIdentifierHashEntry* entry)
+{
+    return entry->name.GetLength() <= static_cast<int>(CKvIdentifierManager::kLongestFileName);
 }
 
 }  // namespace
@@ -76,38 +59,31 @@ void CKvIdentifierManager::LoadHashFile(const TKvString<char>& path, bool swapEn
     CKvFile file;
     if (file.Open(path, EKvFileSystemOpenMode::ReadBinary, false) != EError::Success)
         return;
-    const CNumbers numbers(swapEndian);
     unsigned int count = 0;
-    if (!numbers.Read(file, count))
+    if (!ReadNumber(file, swapEndian, count))
         return;
     CKvIdentifierHashEntry entry;
-    for (unsigned int i = 0; i < count && ReadEntry(file, numbers, entry); ++i)
+    for (unsigned int i = 0; i < count && ReadEntry(file, swapEndian, entry); ++i)
         Insert(entry);
 }
 
 void CKvIdentifierManager::SaveHashFile(const TKvString<char>& path, bool swapEndian)
 {
-    CKvWholeFileWriter writer;
-    if (writer.Open(path, EKvFileSystemOpenMode::WriteBinary) != EError::Success)
+    CKvWholeFileWriter file;
+    if (file.Open(path, EKvFileSystemOpenMode::WriteBinary) != EError::Success)
         return;
 
     CKvArray<const CKvIdentifierHashEntry*> entries;
     ListInSlotOrder(entries);
-    const auto fits = [](const CKvIdentifierHashEntry* entry) {
-        return entry->name.GetLength() <= static_cast<int>(kLongestFileName);
-    };
-    unsigned int count = 0;
-    for (const CKvIdentifierHashEntry* entry : entries)
-        count += fits(entry) ? 1u : 0u;
-
-    const CNumbers numbers(swapEndian);
-    CKvFile file(writer.GetHandle());
-    numbers.Write(file, count);
-    for (const CKvIdentifierHashEntry* entry : entries)
     {
-        if (fits(entry))
-            WriteEntry(file, numbers, *entry);
+        CKvFieldWriter writer(file.GetHandle(), swapEndian);
+        writer.WriteU32(static_cast<unsigned int>(
+            std::count_if(entries.begin(), entries.end(), Fits)));
+        for (const CKvIdentifierHashEntry* entry : entries) {
+            if (Fits(entry))
+                WriteEntry(writer, *entry);
+        }
     }
     // The call reports nothing by contract; a commit that fails leaves the old file.
-    static_cast<void>(writer.Commit());
+    static_cast<void>(file.Commit());
 }

@@ -1,0 +1,234 @@
+#include "scripttree/KvScriptTreeSerializerXML.h"
+
+#include <tinyxml.h>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/KvId.h"
+#include "file/KvFile.h"
+#include "file/KvWholeFileWriter.h"
+#include "scripttree/KvScriptTree.h"
+#include "scripttree/KvScriptTreeLoad.h"
+#include "scripttree/KvScriptTreeNode.h"
+#include "scripttree/KvXmlLimits.h"
+
+namespace {
+
+/// The parser reads past its buffer when a text ends inside a multi-byte character.
+constexpr std::size_t kParserPadding = 3;
+
+std::unique_ptr<char[]> CopyPadded(const TKvString<char>& text)
+{
+    const auto size = static_cast<std::size_t>(text.GetLength());
+    auto padded = std::make_unique_for_overwrite<char[]>(size + 1 + kParserPadding);
+    std::copy_n(text.GetText(), size, padded.get());
+    std::fill_n(padded.get() + size, 1 + kParserPadding, '\0');
+    return padded;
+}
+
+int CountAttributes(const TiXmlElement& element)
+{
+    int count = 0;
+    for (const TiXmlAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next())
+        ++count;
+    return count;
+}
+
+bool IsComment(const TiXmlNode& xml)
+{
+    return xml.Type() == TiXmlNode::TINYXML_COMMENT;
+}
+
+int CountChildren(const TiXmlNode& xml)
+{
+    int count = 0;
+    for (const TiXmlNode* child = xml.FirstChild(); child != nullptr; child = child->NextSibling())
+        count += IsComment(*child) ? 0 : 1;
+    return count;
+}
+
+/// Takes over all but the children.
+void FillOwn(const TiXmlNode& xml, CKvScriptTreeNode& node)
+{
+    if (xml.Type() == TiXmlNode::TINYXML_TEXT) {
+        node.SetIdentifier(KVID::GetSingleton().null);
+        node.SetText(xml.Value());
+        return;
+    }
+    node.SetIdentifier(CKvIdentifier(xml.Value()));
+    const TiXmlElement* element = xml.ToElement();
+    node.ExpectCounts(element != nullptr ? CountAttributes(*element) : 0, CountChildren(xml));
+    if (element == nullptr)
+        return;
+    for (const TiXmlAttribute* a = element->FirstAttribute(); a != nullptr; a = a->Next())
+        node.AddAttribute(CKvScriptTreeAttribute(CKvIdentifier(a->Name()), a->Value()));
+}
+
+/// Appends one tag line without its end: indentation, opening and name.
+void AppendTagStart(std::string& out, int depth, const char* opening, const char* name)
+{
+    out.append(static_cast<std::size_t>(depth) * 4, ' ');
+    out += opening;
+    out += name;
+}
+
+void AppendOpeningLine(std::string& out, int depth, const CKvScriptTreeNode& node)
+{
+    AppendTagStart(out, depth, "<", node.GetIdentifier().DebugString().GetText());
+    for (int i = 0; i < node.GetAttributeCount(); ++i) {
+        const CKvScriptTreeAttribute& attribute = node.GetAttribute(i);
+        out += ' ';
+        out += attribute.GetIdentifier().DebugString().GetText();
+        out += "=\"";
+        out += attribute.GetValue().GetText();
+        out += '"';
+    }
+    out += node.GetChildCount() == 0 ? "/>\n" : ">\n";
+}
+
+/// Gives the text of a subtree. False when it grows beyond what a string can hold.
+bool DumpSubtree(const CKvScriptTreeNode& root, int depth, std::string& out)
+{
+    struct CPlace
+    {
+        const CKvScriptTreeNode* node;
+        int nextChild;
+    };
+    std::vector<CPlace> path = {{&root, 0}};
+    AppendOpeningLine(out, depth, root);
+    while (!path.empty()) {
+        const CKvScriptTreeNode& node = *path.back().node;
+        const int level = depth + static_cast<int>(path.size());
+        if (const CKvScriptTreeNode* child = node.GetChild(path.back().nextChild++)) {
+            AppendOpeningLine(out, level, *child);
+            if (child->GetChildCount() > 0)
+                path.push_back({child, 0});
+        } else {
+            if (node.GetChildCount() > 0) {
+                AppendTagStart(out, level - 1, "</", node.GetIdentifier().DebugString().GetText());
+                out += ">\n";
+            }
+            path.pop_back();
+        }
+        if (out.size() > static_cast<std::size_t>(TKvString<char>::kMaxLength))
+            return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+CKvScriptTreeSerializerXML::~CKvScriptTreeSerializerXML() = default;
+
+bool CKvScriptTreeSerializerXML::Load(CKvScriptTree& tree, const TKvString<char>& path)
+{
+    return KvLoadThroughHandle(
+        path, [&](CKvFileHandle* handle) { return LoadXmlFromFileHandle(tree, handle); });
+}
+
+bool CKvScriptTreeSerializerXML::LoadXmlFromFileHandle(CKvScriptTree& tree, CKvFileHandle* handle)
+{
+    try {
+        CKvFile file(handle);
+        const int size = file.GetSize();
+        if (size == 0)
+            return false;
+        TKvString<char> text;
+        text.SetLength(size);
+        if (text.GetBuffer() == nullptr || file.Read(text.GetBuffer(), size) != size)
+            return false;
+        return Parse(tree, text);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+bool CKvScriptTreeSerializerXML::Parse(CKvScriptTree& tree, const TKvString<char>& text)
+{
+    try {
+        std::unique_ptr<char[]> padded = CopyPadded(text);
+        tree.Empty();  // not earlier: the text may be one of the tree's own
+        if (!KvMeasureXml(padded.get()).IsWithinLimits())
+            return false;
+        TiXmlDocument document;
+        document.SetTabSize(0);  // nobody asks for rows and columns, which cost a pass of their own
+        document.Parse(padded.get(), nullptr, TIXML_ENCODING_UNKNOWN);
+        TiXmlElement* element = document.FirstChildElement();
+        if (document.Error() || element == nullptr)
+            return false;
+        padded.reset();
+        CKvOwnedScriptTreeNode root(new CKvScriptTreeNode);
+        ParseTiXmlNode(element, root.get());
+        tree.SetRootNode(root.release());
+        return true;
+    } catch (const std::bad_alloc&) {
+        tree.Empty();
+        return false;
+    }
+}
+
+bool CKvScriptTreeSerializerXML::Save(CKvScriptTree& tree, const TKvString<char>& path)
+{
+    CKvWholeFileWriter writer;
+    if (writer.Open(path, EKvFileSystemOpenMode::WriteText) != EKvFileSystemError::Success)
+        return false;
+    TKvString<char> text;
+    const bool dumped = Dump(tree, text);
+    if (dumped)
+        CKvFile(writer.GetHandle()).Write(text.GetText(), text.GetLength());
+    return writer.Commit() == EKvFileSystemError::Success && dumped;
+}
+
+bool CKvScriptTreeSerializerXML::Dump(CKvScriptTree& tree, TKvString<char>& out)
+{
+    if (tree.GetRootNode() == nullptr)
+        return false;
+    out = "";
+    return RecursiveDump(tree.GetRootNode(), out, 0);
+}
+
+void CKvScriptTreeSerializerXML::ParseTiXmlNode(TiXmlNode* xml, CKvScriptTreeNode* node)
+{
+    if (xml == nullptr || node == nullptr)
+        return;
+    struct CPlace
+    {
+        TiXmlNode* xml;
+        CKvScriptTreeNode* node;
+    };
+    FillOwn(*xml, *node);
+    std::vector<CPlace> path = {{xml, node}};
+    while (!path.empty()) {
+        const CPlace place = path.back();
+        if (TiXmlNode* child = place.xml->FirstChild()) {
+            if (IsComment(*child)) {
+                place.xml->RemoveChild(child);
+                continue;
+            }
+            CKvScriptTreeNode* childNode = place.node->AddNewChild(CKvIdentifier());
+            FillOwn(*child, *childNode);
+            path.push_back({child, childNode});
+        } else {
+            path.pop_back();
+            if (!path.empty())
+                path.back().xml->RemoveChild(place.xml);
+        }
+    }
+}
+
+bool CKvScriptTreeSerializerXML::RecursiveDump(CKvScriptTreeNode* node, TKvString<char>& out,
+                                               int depth)
+{
+    if (node == nullptr)
+        return false;
+    std::string text;
+    if (!DumpSubtree(*node, depth, text))
+        return false;
+    out += text.c_str();
+    return true;
+}
