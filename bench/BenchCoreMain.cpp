@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "bench/KvBenchRandom.h"
 #include "core/KvCrc64.h"
 #include "core/KvIdentifier.h"
+#include "core/KvNumberText.h"
 #include "core/KvString.h"
 
 namespace {
@@ -63,6 +65,54 @@ void IdentifierOfKnownText(benchmark::State& state)
         benchmark::DoNotOptimize(CKvIdentifier(names[next++ % kNames].c_str()));
 }
 BENCHMARK(IdentifierOfKnownText);
+
+/// Floats as documents have them: six decimals, below 2000.
+std::vector<float> MakeFloats()
+{
+    CKvBenchRandom random(1);
+    std::vector<float> values(kNames);
+    for (float& value : values)
+        value = static_cast<float>(random.Below(4'000'000'000)) / 1e6F - 2000;
+    return values;
+}
+
+/// Room for the longest text of a float with six decimals.
+using CNumberBuffer = std::array<char, 64>;
+
+void FloatToText(benchmark::State& state)
+{
+    const std::vector<float> values = MakeFloats();
+    CNumberBuffer text;
+    std::size_t next = 0;
+    for ([[maybe_unused]] auto step : state) {
+        kvFloatToString(values[next++ % kNames], text.data());
+        benchmark::DoNotOptimize(text);
+    }
+}
+BENCHMARK(FloatToText);
+
+void TextToFloat(benchmark::State& state)
+{
+    std::vector<CNumberBuffer> texts(kNames);
+    const std::vector<float> values = MakeFloats();
+    for (std::size_t i = 0; i < kNames; ++i)
+        kvFloatToString(values[i], texts[i].data());
+    std::size_t next = 0;
+    for ([[maybe_unused]] auto step : state)
+        benchmark::DoNotOptimize(kvStringToFloat(texts[next++ % kNames].data()));
+}
+BENCHMARK(TextToFloat);
+
+void TextToInteger(benchmark::State& state)
+{
+    CNumberBuffer text;
+    kvIntToString(-1234567, text.data());
+    for ([[maybe_unused]] auto step : state) {
+        benchmark::DoNotOptimize(text);
+        benchmark::DoNotOptimize(kvStringToS32(text.data()));
+    }
+}
+BENCHMARK(TextToInteger);
 
 void StringFromText(benchmark::State& state)
 {
