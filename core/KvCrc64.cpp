@@ -12,8 +12,7 @@ using Table = std::array<std::uint64_t, 256>;
 constexpr Table MakeTable()
 {
     Table table = {};
-    for (std::size_t i = 0; i < table.size(); ++i)
-    {
+    for (std::size_t i = 0; i < table.size(); ++i) {
         std::uint64_t value = i;
         for (int bit = 0; bit < 8; ++bit)
             value = (value >> 1) ^ ((value & 1u) != 0 ? kReflectedPolynomial : 0u);

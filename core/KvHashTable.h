@@ -1,13 +1,13 @@
-// The open-addressing hash table of the library: slots of pointers to entries, linear probing, never
-// more than a quarter full when an entry is placed. The caller owns the entries.
+// The open-addressing hash table of the library: slots of pointers to entries, linear probing,
+// never more than a quarter full when an entry is placed. The caller owns the entries.
 
 #pragma once
 
 #include <cstddef>
 #include <vector>
 
-/// TPolicy supplies, as static members: `Key`, `GetKey(const TEntry&)`, `MatchKey(const TEntry&, key)`
-/// and `CreateHash(key)`, a signed int whose low bits choose the start slot.
+/// TPolicy supplies, as static members: `Key`, `GetKey(const TEntry&)`, `MatchKey(const TEntry&,
+/// key)` and `CreateHash(key)`, a signed int whose low bits choose the start slot.
 template <class TEntry, class TPolicy>
 class TKvHashTable
 {
@@ -52,8 +52,7 @@ template <class TEntry, class TPolicy>
 TEntry* TKvHashTable<TEntry, TPolicy>::Find(const Key& key) const
 {
     for (std::size_t slot = StartSlot(key); m_slots[slot] != nullptr;
-         slot = (slot + 1) & (m_slots.size() - 1))
-    {
+         slot = (slot + 1) & (m_slots.size() - 1)) {
         if (TPolicy::MatchKey(*m_slots[slot], key))
             return m_slots[slot];
     }
@@ -73,8 +72,7 @@ bool TKvHashTable<TEntry, TPolicy>::Place(TEntry* entry)
 {
     const auto& key = TPolicy::GetKey(*entry);
     std::size_t slot = StartSlot(key);
-    while (m_slots[slot] != nullptr)
-    {
+    while (m_slots[slot] != nullptr) {
         if (TPolicy::MatchKey(*m_slots[slot], key))
             return m_slots[slot] == entry;
         slot = (slot + 1) & (m_slots.size() - 1);
@@ -91,8 +89,7 @@ void TKvHashTable<TEntry, TPolicy>::Grow()
     old.swap(m_slots);
     ++m_log2;
     m_count = 0;
-    for (TEntry* entry : old)
-    {
+    for (TEntry* entry : old) {
         if (entry != nullptr)
             Place(entry);
     }

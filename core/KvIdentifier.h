@@ -10,7 +10,8 @@
 
 /// A plain value. Fields stand in the documented order.
 ///
-/// Ownership: the text belongs to the manager and is valid until its Release(); with the constructor
+/// Ownership: the text belongs to the manager and is valid until its Release(); with the
+/// constructor
 ///            from a CRC and a text it is the caller's.
 class CKvIdentifier
 {
@@ -46,11 +47,12 @@ public:
     /// Always 0: the text belongs to the manager.
     int GetMemoryUsage() const { return 0; }
 
-    /// The registered text, "" for the null identifier once the vocabulary is built. A value without
-    /// registered text gives "<empty>" and logs a warning.
+    /// The registered text, "" for the null identifier once the vocabulary is built. A value
+    /// without registered text gives "<empty>" and logs a warning.
     const char* DebugCString() const;
 
-    /// The registered text. A value without one gives "CRC<" + sixteen upper-case hexadecimal digits
+    /// The registered text. A value without one gives "CRC<" + sixteen upper-case hexadecimal
+    /// digits
     /// + ">" and logs a warning.
     TKvString<char> DebugString() const;
 

@@ -100,8 +100,7 @@ void CKvIdentifierManager::ListInSlotOrder(CKvArray<const CKvIdentifierHashEntry
     TKvHashTable<const CKvIdentifierHashEntry, CKvIdentifierHashPolicy> layout;
     for (const auto& entry : Table().Entries())
         layout.Insert(entry.get());
-    for (int slot = 0; slot < layout.GetSlotCount(); ++slot)
-    {
+    for (int slot = 0; slot < layout.GetSlotCount(); ++slot) {
         if (layout.GetSlot(slot) != nullptr)
             entries.Add(layout.GetSlot(slot));
     }

@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Multiplicative hashing with a random odd multiplier (Dietzfelbinger et al., "A Reliable Randomized
-/// Algorithm for the Closest-Pair Problem", 1997): 32 well-mixed bits, different in each process.
-/// Nothing that is written may depend on them.
+/// Multiplicative hashing with a random odd multiplier (Dietzfelbinger et al., "A Reliable
+/// Randomized Algorithm for the Closest-Pair Problem", 1997): 32 well-mixed bits, different in each
+/// process. Nothing that is written may depend on them.
 std::uint32_t KvSaltedHash(std::uint64_t key);
 
 /// The same as a hash function of the standard containers.

@@ -203,11 +203,9 @@ EError CKvFile::WriteU64(unsigned long long value)
 EError CKvFile::ReadString(TKvString<char>& text)
 {
     std::array<char, kLongestString + 1> bytes = {};
-    for (std::size_t length = 0; length < bytes.size(); ++length)
-    {
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
         const bool ended = Read(&bytes[length], 1) != 1;
-        if (ended || bytes[length] == '\0')
-        {
+        if (ended || bytes[length] == '\0') {
             bytes[length] = '\0';
             text = bytes.data();
             return ended ? EError::ReadFailed : EError::Success;

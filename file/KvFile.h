@@ -20,7 +20,8 @@ public:
 
     virtual ~CKvFile();
 
-    /// Errors: AlreadyOpen when a handle is held, which stays; else as CKvFileSystemUnCached::Open().
+    /// Errors: AlreadyOpen when a handle is held, which stays; else as
+    /// CKvFileSystemUnCached::Open().
     [[nodiscard]] EKvFileSystemError Open(const TKvString<char>& path, EKvFileSystemOpenMode mode,
                                           bool useBigFiles);
 

@@ -60,7 +60,8 @@ void CKvFilePath::ConvertToNativePath(TKvString<char>& path)
 bool CKvFilePath::IsAbsolute(const TKvString<char>& path)
 {
     const std::string_view text(path.GetText());
-    return text.size() >= 3 && text[0] >= 'A' && text[0] <= 'Z' && text[1] == ':' && text[2] == '\\';
+    return text.size() >= 3 && text[0] >= 'A' && text[0] <= 'Z' && text[1] == ':' &&
+           text[2] == '\\';
 }
 
 void CKvFilePath::ConvertToAbsolute(TKvString<char>& path, const TKvString<char>& base)
@@ -76,14 +77,16 @@ void CKvFilePath::ConvertToAbsolute(TKvString<char>& path, const TKvString<char>
     path = result;
 }
 
-void CKvFilePath::extractPath(TKvString<char>& dir, TKvString<char>& name, TKvString<char>& ext) const
+void CKvFilePath::extractPath(TKvString<char>& dir, TKvString<char>& name,
+                              TKvString<char>& ext) const
 {
     const CSplitPath split = Split(m_path);
     const std::size_t dot = split.file.rfind('.');
     const bool hasDot = dot != std::string_view::npos;
     const TKvString<char> newDir = ToString(split.dir);
     const TKvString<char> newName = ToString(split.file.substr(0, dot));
-    const TKvString<char> newExt = hasDot ? ToString(split.file.substr(dot + 1)) : TKvString<char>();
+    const TKvString<char> newExt =
+        hasDot ? ToString(split.file.substr(dot + 1)) : TKvString<char>();
     dir = newDir;
     name = newName;
     ext = newExt;

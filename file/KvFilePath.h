@@ -1,5 +1,5 @@
-// Path texts: splitting them and rewriting them in the library's native form, which separates folders
-// by backslashes. Nothing here looks at the disk.
+// Path texts: splitting them and rewriting them in the library's native form, which separates
+// folders by backslashes. Nothing here looks at the disk.
 
 #pragma once
 

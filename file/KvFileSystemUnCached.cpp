@@ -67,8 +67,8 @@ EError CKvFileSystemUnCached::Open(CKvFileHandle*& handle, const TKvString<char>
     handle = nullptr;
     if (!IsKnownMode(mode))
         return EError::ModeNotAllowed;
-    std::FILE* stream = KvPlatformDisk().openStream(path.GetText(),
-                                                    kStreamModes[static_cast<std::size_t>(mode)]);
+    std::FILE* stream =
+        KvPlatformDisk().openStream(path.GetText(), kStreamModes[static_cast<std::size_t>(mode)]);
     if (stream == nullptr)
         return EError::NotOpened;
     handle = new CKvFileHandleStdPC(path, mode, stream);
@@ -97,8 +97,8 @@ int CKvFileSystemUnCached::Read(CKvFileHandle* handle, void* buffer, int size)
     const EMode mode = file->GetOpenMode();
     if (mode != EMode::ReadBinary && mode != EMode::ReadText)
         return 0;  // the attempt would mark the stream as failed, though all writes went well
-    return static_cast<int>(KvPlatformDisk().readStream(file->GetDescriptor(), buffer,
-                                                        static_cast<std::size_t>(size)));
+    return static_cast<int>(
+        KvPlatformDisk().readStream(file->GetDescriptor(), buffer, static_cast<std::size_t>(size)));
 }
 
 int CKvFileSystemUnCached::Write(CKvFileHandle* handle, const void* data, int size)

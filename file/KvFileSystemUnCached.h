@@ -18,7 +18,8 @@ public:
     /// Ownership: \a handle is Close()'s to destroy; it is null after a failure.
     /// Errors:    ModeNotAllowed for a mode outside 1 to 6; NotOpened when the file is absent,
     ///            refused or a folder.
-    [[nodiscard]] static EKvFileSystemError Open(CKvFileHandle*& handle, const TKvString<char>& path,
+    [[nodiscard]] static EKvFileSystemError Open(CKvFileHandle*& handle,
+                                                 const TKvString<char>& path,
                                                  EKvFileSystemOpenMode mode, bool useBigFiles);
 
     /// Closes and destroys the handle and makes it null.

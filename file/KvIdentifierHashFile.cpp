@@ -77,8 +77,8 @@ void CKvIdentifierManager::SaveHashFile(const TKvString<char>& path, bool swapEn
     ListInSlotOrder(entries);
     {
         CKvFieldWriter writer(file.GetHandle(), swapEndian);
-        writer.WriteU32(static_cast<unsigned int>(
-            std::count_if(entries.begin(), entries.end(), Fits)));
+        writer.WriteU32(
+            static_cast<unsigned int>(std::count_if(entries.begin(), entries.end(), Fits)));
         for (const CKvIdentifierHashEntry* entry : entries) {
             if (Fits(entry))
                 WriteEntry(writer, *entry);

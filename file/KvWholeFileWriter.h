@@ -1,7 +1,8 @@
 // The one writer of files that are rewritten whole. The new content goes to a temporary file beside
-// the target and is moved over it when complete, so a failed or killed run leaves the old file as it
-// was. Links are followed and the old file's mode and owner stay; what cannot be replaced that way
-// (devices, pipes, files with other hard links, folders that take no new file) is written directly.
+// the target and is moved over it when complete, so a failed or killed run leaves the old file as
+// it was. Links are followed and the old file's mode and owner stay; what cannot be replaced that
+// way (devices, pipes, files with other hard links, folders that take no new file) is written
+// directly.
 
 #pragma once
 

@@ -113,7 +113,8 @@ CKvLocalTime KvPlatformLocalTime();
 /// A number that differs from process to process, for hash tables that outsiders must not predict.
 std::uint64_t KvPlatformRandomSeed();
 
-/// Hands a line to the debugger's output: standard error in debug builds, nowhere in release builds.
+/// Hands a line to the debugger's output: standard error in debug builds, nowhere in release
+/// builds.
 void KvPlatformDebugOutput(const char* line);
 
 /// Sends the debugger's output to \a sink instead. Null brings the default back.

@@ -72,8 +72,7 @@ bool CloseStream(std::FILE* stream)
 /// Creates a file that was not there, beside \a target. Gives the descriptor or -1 with errno set.
 int CreateTemporary(const std::string& target, std::string& temporaryPath)
 {
-    for (int attempt = 0; attempt < kTemporaryNameTries; ++attempt)
-    {
+    for (int attempt = 0; attempt < kTemporaryNameTries; ++attempt) {
         temporaryPath =
             target + "." + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
         const int descriptor =
@@ -131,21 +130,18 @@ EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
         return EKvReplacementStatus::WriteDirectly;
 
     const int descriptor = CreateTemporary(replacement.targetPath, replacement.temporaryPath);
-    if (descriptor < 0)
-    {
-        const bool systemFailed =
-            errno == ENOSPC || errno == EDQUOT || errno == EIO || errno == EMFILE || errno == ENFILE;
+    if (descriptor < 0) {
+        const bool systemFailed = errno == ENOSPC || errno == EDQUOT || errno == EIO ||
+                                  errno == EMFILE || errno == ENFILE;
         return systemFailed ? EKvReplacementStatus::Failed : EKvReplacementStatus::WriteDirectly;
     }
-    if (exists && !TakeOver(descriptor, old))
-    {
+    if (exists && !TakeOver(descriptor, old)) {
         close(descriptor);
         unlink(replacement.temporaryPath.c_str());
         return EKvReplacementStatus::WriteDirectly;
     }
     replacement.stream = fdopen(descriptor, mode);
-    if (replacement.stream == nullptr)
-    {
+    if (replacement.stream == nullptr) {
         close(descriptor);
         unlink(replacement.temporaryPath.c_str());
         return EKvReplacementStatus::Failed;
@@ -224,7 +220,8 @@ std::uint64_t KvPlatformRandomSeed()
     std::uint64_t seed = 0;
     if (getrandom(&seed, sizeof seed, GRND_NONBLOCK) == static_cast<ssize_t>(sizeof seed))
         return seed;
-    return static_cast<std::uint64_t>(std::time(nullptr)) ^ (static_cast<std::uint64_t>(getpid()) << 32);
+    return static_cast<std::uint64_t>(std::time(nullptr)) ^
+           (static_cast<std::uint64_t>(getpid()) << 32);
 }
 
 void KvPlatformDebugOutput(const char* line)

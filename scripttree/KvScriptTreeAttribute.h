@@ -97,6 +97,7 @@ private:
     EType m_type = TYPE_NONE;
     TKvString<char> m_value;
 
-    /// The number given to the unsigned constructors, else 0. Comparison and assignment alone use it.
+    /// The number given to the unsigned constructors, else 0. Comparison and assignment alone use
+    /// it.
     std::uint64_t m_rawValue = 0;
 };

@@ -178,18 +178,17 @@ void CKvScriptTreeNode::RemoveChild(CKvScriptTreeNode* child)
 
 void CKvScriptTreeNode::RemoveChildrenById(const CKvIdentifier& identifier)
 {
-    CKvScriptTreeNode** kept =
-        std::remove_if(m_children.begin(), m_children.end(), [&](const CKvScriptTreeNode* child) {
-            return child->m_identifier == identifier;
-        });
+    CKvScriptTreeNode** kept = std::remove_if(
+        m_children.begin(), m_children.end(),
+        [&](const CKvScriptTreeNode* child) { return child->m_identifier == identifier; });
     while (m_children.end() != kept)
         m_children.RemoveLast();
 }
 
 /// Goes down to a leaf, deletes it and goes on with its parent. The way back up is kept in the
-/// parents' own lists, in the place of the child being released (pointer reversal; Schorr and Waite,
-/// "An efficient machine-independent procedure for garbage collection", 1967), so that releasing
-/// needs neither stack nor memory.
+/// parents' own lists, in the place of the child being released (pointer reversal; Schorr and
+/// Waite, "An efficient machine-independent procedure for garbage collection", 1967), so that
+/// releasing needs neither stack nor memory.
 void CKvScriptTreeNode::Empty()
 {
     CKvScriptTreeNode* node = this;
@@ -247,7 +246,8 @@ CKvScriptTreeNode* CKvScriptTreeNode::FindChildByAttribute(const CKvIdentifier& 
 }
 
 const CKvScriptTreeNode* CKvScriptTreeNode::FindChildByIdAndAttributeValue(
-    const CKvIdentifier& childName, const CKvIdentifier& attribute, const CKvIdentifier& value) const
+    const CKvIdentifier& childName, const CKvIdentifier& attribute,
+    const CKvIdentifier& value) const
 {
     for (const CKvScriptTreeNode* child : m_children) {
         if (child->m_identifier == childName && HasAttributeValue(*child, attribute, value))

@@ -129,8 +129,8 @@ public:
     /// the own ones. \a source may be any node, also this one, a descendant or an ancestor.
     void Copy(const CKvScriptTreeNode* source);
 
-    /// Takes the name of \a other and, behind the own ones, its attributes and children; \a other is
-    /// left without. Either all of it happens or, when memory is short, nothing.
+    /// Takes the name of \a other and, behind the own ones, its attributes and children; \a other
+    /// is left without. Either all of it happens or, when memory is short, nothing.
     void Absorb(CKvScriptTreeNode& other);
 
     /// Equal in name, attributes, text and children, all in order.

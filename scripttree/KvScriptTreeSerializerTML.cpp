@@ -119,7 +119,8 @@ bool ReadNode(CKvMemFileReader& reader, CKvScriptTreeNode& node, std::int64_t pr
     reader.ReadU64(crc);
     reader.ReadU32(attributes);
     reader.ReadU32(children);
-    if (reader.HasFailed() || attributes > static_cast<std::uint32_t>(reader.GetRemaining()) / kMinAttributeSize)
+    if (reader.HasFailed() ||
+        attributes > static_cast<std::uint32_t>(reader.GetRemaining()) / kMinAttributeSize)
         return false;
     if (promised + children > reader.GetRemaining() / kMinNodeSize)
         return false;
@@ -168,7 +169,8 @@ bool CKvScriptTreeSerializerTML::LoadTmlFromFileHandle(CKvScriptTree& tree, CKvF
     int size = 0;
     const std::unique_ptr<unsigned char[]> image(
         static_cast<unsigned char*>(CKvFile(handle).ReadEntireFile(size)));
-    return image != nullptr && LoadTmlFromMemory(tree, image.get(), static_cast<unsigned int>(size));
+    return image != nullptr &&
+           LoadTmlFromMemory(tree, image.get(), static_cast<unsigned int>(size));
 }
 
 bool CKvScriptTreeSerializerTML::LoadTmlFromMemory(CKvScriptTree& tree, void* data,

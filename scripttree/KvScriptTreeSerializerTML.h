@@ -41,8 +41,8 @@ public:
     /// False: the format has no text form.
     virtual bool Parse(CKvScriptTree& tree, const TKvString<char>& text);
 
-    /// Writes the tree to a file, which is replaced when complete; numbers are big-endian when asked,
-    /// else little-endian. A tree without root gives an empty file.
+    /// Writes the tree to a file, which is replaced when complete; numbers are big-endian when
+    /// asked, else little-endian. A tree without root gives an empty file.
     ///
     /// Errors: false when the file cannot be written whole; it is then as it was.
     [[nodiscard]] virtual bool Save(CKvScriptTree& tree, const TKvString<char>& path,

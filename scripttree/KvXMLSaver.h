@@ -22,8 +22,8 @@ public:
     CKvXMLSaver& operator=(const CKvXMLSaver&) = delete;
     virtual ~CKvXMLSaver();
 
-    /// Adds an element as the last child of the open section and opens it. With kMaxSections open it
-    /// is added but not opened; with none open nothing happens.
+    /// Adds an element as the last child of the open section and opens it. With kMaxSections open
+    /// it is added but not opened; with none open nothing happens.
     void beginSection(const TKvString<char>& name) { beginSection(name.GetText()); }
     void beginSection(const char* name);
 

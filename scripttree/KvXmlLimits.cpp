@@ -31,7 +31,8 @@ bool IsNameStart(char c)
 bool IsNamePart(char c)
 {
     const auto byte = static_cast<unsigned char>(c);
-    return byte >= 127 || std::isalnum(byte) != 0 || (c != '\0' && std::strchr("_-.:", c) != nullptr);
+    return byte >= 127 || std::isalnum(byte) != 0 ||
+           (c != '\0' && std::strchr("_-.:", c) != nullptr);
 }
 
 enum class EMarkup
@@ -125,8 +126,8 @@ const char* CXmlWalker::ReadName(const char* p) const
     return p;
 }
 
-/// A numeric reference runs to the next ';', wherever that is, and its digits from there back to the
-/// nearest 'x' or '#'. Any other '&' that starts no known entity is taken by itself.
+/// A numeric reference runs to the next ';', wherever that is, and its digits from there back to
+/// the nearest 'x' or '#'. Any other '&' that starts no known entity is taken by itself.
 const char* ReadReference(const char* p)
 {
     if (p[1] == '#' && p[2] != '\0') {
@@ -139,9 +140,9 @@ const char* ReadReference(const char* p)
         const char start = hexadecimal ? 'x' : '#';
         for (const char* digit = end - 1; *digit != start; --digit) {
             const auto byte = static_cast<unsigned char>(*digit);
-            const bool valid = (byte >= '0' && byte <= '9') ||
-                               (hexadecimal && ((byte >= 'a' && byte <= 'f') ||
-                                                (byte >= 'A' && byte <= 'F')));
+            const bool valid =
+                (byte >= '0' && byte <= '9') ||
+                (hexadecimal && ((byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F')));
             if (!valid)
                 return nullptr;
         }

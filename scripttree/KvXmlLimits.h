@@ -20,7 +20,8 @@ struct CKvXmlExtent
     }
 };
 
-/// Measures a text exactly as TinyXML 2.6.2 reads it, well-formed or not, without building anything.
+/// Measures a text exactly as TinyXML 2.6.2 reads it, well-formed or not, without building
+/// anything.
 ///
 /// \a text must be followed by at least three more zero bytes behind its terminator: inside a
 /// multi-byte character neither TinyXML nor this function looks for the end.

@@ -1,5 +1,5 @@
-// A rule of the game resolved against a level: one state machine, what it is given and which objects
-// it is bound to.
+// A rule of the game resolved against a level: one state machine, what it is given and which
+// objects it is bound to.
 
 #pragma once
 

@@ -130,8 +130,8 @@ void AddBoundFsm(CKvScriptTreeNode& object, const CFSMInstance& instance,
 {
     CKvScriptTreeNode* fsm = AddNamed(object, KVID::GetSingleton().fsm, instance.fsmName);
     const int ownCount = applied.parameters != nullptr ? applied.parameters->GetCount() : 0;
-    fsm->ExpectCounts(
-        1, instance.parameters.GetCount() + instance.subObjects.GetCount() + ownCount);
+    fsm->ExpectCounts(1,
+                      instance.parameters.GetCount() + instance.subObjects.GetCount() + ownCount);
     for (const CTemplateParameter& parameter : instance.parameters) {
         if (!applied.Redefines(parameter))
             AddParameter(*fsm, parameter);

@@ -1,5 +1,5 @@
-// Assembles the document that the game reads: one state-machine block for every instance that stands
-// alone and one object block for every object that an instance is bound to.
+// Assembles the document that the game reads: one state-machine block for every instance that
+// stands alone and one object block for every object that an instance is bound to.
 
 #pragma once
 

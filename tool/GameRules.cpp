@@ -66,8 +66,8 @@ bool ReadRulePart(const CKvScriptTreeNode& child, const CTemplateList& templates
     return true;
 }
 
-/// Names the objects whose names contain the pattern and none of the excluded texts. False after the
-/// message when they are of two types.
+/// Names the objects whose names contain the pattern and none of the excluded texts. False after
+/// the message when they are of two types.
 bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern, const CTexts& excluded,
                  const CKvArray<CMovable>& movables)
 {
@@ -75,8 +75,7 @@ bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern, const C
         if (!Contains(movable.name, pattern) || ContainsAny(movable.name, excluded))
             continue;
         if (instance.objectType != MOVABLE_NONE && instance.objectType != movable.type) {
-            const TKvString<char>& last =
-                instance.objectNames[instance.objectNames.GetCount() - 1];
+            const TKvString<char>& last = instance.objectNames[instance.objectNames.GetCount() - 1];
             std::fprintf(stderr,
                          "ERROR : fsm '%s' (type='%s') is affecting two objects with different "
                          "types 1:'%s' vs. 2:'%s'\n",
@@ -91,11 +90,16 @@ bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern, const C
     return true;
 }
 
-/// Ownership: the list takes the instance.
-void Append(CKvArray<CFSMInstance*>& list, std::unique_ptr<CFSMInstance> instance)
+/// The list that a rule's instance belongs to; null when its pattern matched no object, so that
+/// there is nothing to create.
+CKvArray<CFSMInstance*>* ChooseList(const CKvScriptTreeNode& rule, const CFSMInstance& instance,
+                                    CFSMInstanceLists& lists)
 {
-    list.Add(instance.get());
-    static_cast<void>(instance.release());
+    const KVID& id = KVID::GetSingleton();
+    if (rule.GetIdentifier() == id.simple_fsm_create ||
+        rule.GetAttributeValueAsString(id.name_include_string).IsEmpty())
+        return &lists.global;
+    return instance.objectType != MOVABLE_NONE ? &lists.OfType(instance.objectType) : nullptr;
 }
 
 }  // namespace
@@ -129,20 +133,18 @@ bool ResolveGameRules(const CKvScriptTreeNode& root, const CKvArray<CMovable>& m
                       const CTemplateList& templates, CFSMInstanceLists& instances)
 {
     static const CKvIdentifier s_boundRule("fsm_create");  // the vocabulary lacks this one
-    const KVID& id = KVID::GetSingleton();
     for (int i = 0; i < root.GetChildCount(); ++i) {
         const CKvScriptTreeNode& rule = *root.GetChild(i);
-        const bool alwaysGlobal = rule.GetIdentifier() == id.simple_fsm_create;
-        if (!alwaysGlobal && rule.GetIdentifier() != s_boundRule)
+        if (rule.GetIdentifier() != KVID::GetSingleton().simple_fsm_create &&
+            rule.GetIdentifier() != s_boundRule)
             continue;
         std::unique_ptr<CFSMInstance> instance = BuildFSMInstance(rule, movables, templates);
         if (instance == nullptr)
             return false;
-        if (alwaysGlobal || rule.GetAttributeValueAsString(id.name_include_string).IsEmpty())
-            Append(instances.global, std::move(instance));
-        else if (instance->objectType != MOVABLE_NONE)
-            Append(instances.OfType(instance->objectType), std::move(instance));
-        // A pattern that matched no object leaves nothing to create.
+        if (CKvArray<CFSMInstance*>* list = ChooseList(rule, *instance, instances)) {
+            list->Add(instance.get());
+            static_cast<void>(instance.release());  // the list's own now
+        }
     }
     return true;
 }

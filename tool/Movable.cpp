@@ -62,8 +62,7 @@ void ScanLevelMovables(const CKvScriptTreeNode& level, CKvArray<CMovable>& movab
         for (int j = 0; j < list.GetChildCount(); ++j) {
             const CKvScriptTreeNode& item = *list.GetChild(j);
             if (item.GetIdentifier() == id.*kind->itemNode)
-                movables.Add(
-                    {item.GetAttributeValueAsString(id.*kind->nameAttribute), kind->type});
+                movables.Add({item.GetAttributeValueAsString(id.*kind->nameAttribute), kind->type});
         }
     }
 }

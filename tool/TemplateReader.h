@@ -66,8 +66,8 @@ std::optional<CTemplateObject> ReadTemplateObject(const CKvScriptTreeNode& node,
 
 CTemplateParameter ReadTemplateParameter(const CKvScriptTreeNode& node);
 
-/// Appends copies of the parameters and sub-objects of the template that a node "template" names; an
-/// unknown name adds nothing.
+/// Appends copies of the parameters and sub-objects of the template that a node "template" names;
+/// an unknown name adds nothing.
 ///
 /// Errors: false, with nothing appended, when \a count exceeds its maximum.
 [[nodiscard]] bool IncludeTemplate(const CKvScriptTreeNode& node, const CTemplateList& templates,
