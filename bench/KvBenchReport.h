@@ -1,0 +1,23 @@
+// The tables that the benchmark prints.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bench/KvWorkload.h"
+
+/// One result: a ratio or an exponent, and the most that it may be when there is a goal.
+struct CKvBenchFigure
+{
+    std::string what;
+    double value = 0;
+    std::optional<double> goal;
+};
+
+/// Prints to standard output what every workload took, one line each.
+void KvPrintWorkloads(const std::vector<CKvWorkload>& workloads);
+
+/// Prints to standard output each figure beside its goal.
+void KvPrintFigures(const std::vector<CKvBenchFigure>& figures);
