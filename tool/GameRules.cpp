@@ -1,33 +1,70 @@
 #include "tool/GameRules.h"
 
 #include <cstdio>
-#include <cstring>
+#include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "core/KvId.h"
 #include "scripttree/KvScriptTreeNode.h"
 #include "tool/TemplateReader.h"
+#include "tool/TextSet.h"
 
 namespace {
 
-using CTexts = CKvArray<TKvString<char>>;
-
-/// Whether \a text occurs in \a name, byte for byte. Nothing occurs in an empty name; an empty text
-/// occurs in all others.
-bool Contains(const TKvString<char>& name, const TKvString<char>& text)
+std::string_view View(const TKvString<char>& text)
 {
-    return !name.IsEmpty() && std::strstr(name.GetText(), text.GetText()) != nullptr;
+    return text.GetText();
 }
 
-bool ContainsAny(const TKvString<char>& name, const CTexts& texts)
+bool IsRule(const CKvScriptTreeNode& node)
 {
-    for (const TKvString<char>& text : texts) {
-        if (Contains(name, text))
-            return true;
+    static const CKvIdentifier s_boundRule("fsm_create");  // the vocabulary lacks this one
+    return node.GetIdentifier() == KVID::GetSingleton().simple_fsm_create ||
+           node.GetIdentifier() == s_boundRule;
+}
+
+/// The text that the names of a rule's objects contain, in lower case; empty for a rule without.
+TKvString<char> GetPattern(const CKvScriptTreeNode& rule)
+{
+    TKvString<char> pattern =
+        rule.GetAttributeValueAsString(KVID::GetSingleton().name_include_string);
+    pattern.ToLower();
+    return pattern;
+}
+
+/// Which movables the patterns of all rules match, found in one pass over their names.
+class CPatternMatches
+{
+public:
+    /// The movables must outlive this object and stay as they are.
+    CPatternMatches(const CKvScriptTreeNode& rules, const CKvArray<CMovable>& movables)
+    {
+        for (int i = 0; i < rules.GetChildCount(); ++i) {
+            const CKvScriptTreeNode& rule = *rules.GetChild(i);
+            if (IsRule(rule) && !GetPattern(rule).IsEmpty())
+                m_patterns.Add(View(GetPattern(rule)));
+        }
+        m_matches.resize(static_cast<std::size_t>(m_patterns.GetSize()));
+        for (const CMovable& movable : movables) {
+            m_patterns.Search(View(movable.name), [&](int pattern) {
+                m_matches[static_cast<std::size_t>(pattern)].push_back(&movable);
+            });
+        }
     }
-    return false;
-}
+
+    /// In the order of the movables. The pattern is one of the rules'.
+    const std::vector<const CMovable*>& Of(const TKvString<char>& pattern) const
+    {
+        return m_matches[static_cast<std::size_t>(m_patterns.Find(View(pattern)))];
+    }
+
+private:
+    CTextSet m_patterns;
+    std::vector<std::vector<const CMovable*>> m_matches;
+};
 
 CObjectOverride ReadOverride(const CKvScriptTreeNode& node)
 {
@@ -44,12 +81,12 @@ CObjectOverride ReadOverride(const CKvScriptTreeNode& node)
 /// Reads one child of a rule into the instance or the excluded texts. False when \a count exceeds
 /// its maximum.
 bool ReadRulePart(const CKvScriptTreeNode& child, const CTemplateList& templates,
-                  CFSMInstance& instance, CTexts& excluded, CContentCount& count)
+                  CFSMInstance& instance, CTextSet& excluded, CContentCount& count)
 {
     const KVID& id = KVID::GetSingleton();
     const CKvIdentifier& kind = child.GetIdentifier();
     if (kind == id.excepted) {
-        excluded.Add(child.GetAttributeValueAsString(id.name_include_string));
+        excluded.Add(View(child.GetAttributeValueAsString(id.name_include_string)));
     } else if (kind == id.template_) {
         return IncludeTemplate(child, templates, instance.parameters, instance.subObjects, count);
     } else if (kind == id.parameter) {
@@ -66,28 +103,61 @@ bool ReadRulePart(const CKvScriptTreeNode& child, const CTemplateList& templates
     return true;
 }
 
-/// Names the objects whose names contain the pattern and none of the excluded texts. False after
-/// the message when they are of two types.
-bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern, const CTexts& excluded,
-                 const CKvArray<CMovable>& movables)
+void PrintConflict(const CFSMInstance& instance, const TKvString<char>& pattern,
+                   const CMovable& movable)
 {
-    for (const CMovable& movable : movables) {
-        if (!Contains(movable.name, pattern) || ContainsAny(movable.name, excluded))
+    const TKvString<char>& last = instance.objectNames[instance.objectNames.GetCount() - 1];
+    std::fprintf(stderr,
+                 "ERROR : fsm '%s' (type='%s') is affecting two objects with different types "
+                 "1:'%s' vs. 2:'%s'\n",
+                 pattern.GetText(), instance.fsmName.GetText(), last.GetText(),
+                 movable.name.GetText());
+    std::fflush(stderr);
+}
+
+/// Binds the instance to the candidates whose names contain none of the excluded texts. False after
+/// the message when they are of two types.
+bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern,
+                 const std::vector<const CMovable*>& candidates, CTextSet& excluded)
+{
+    for (const CMovable* movable : candidates) {
+        bool isExcluded = false;
+        excluded.Search(View(movable->name), [&](int) { isExcluded = true; });
+        if (isExcluded)
             continue;
-        if (instance.objectType != MOVABLE_NONE && instance.objectType != movable.type) {
-            const TKvString<char>& last = instance.objectNames[instance.objectNames.GetCount() - 1];
-            std::fprintf(stderr,
-                         "ERROR : fsm '%s' (type='%s') is affecting two objects with different "
-                         "types 1:'%s' vs. 2:'%s'\n",
-                         pattern.GetText(), instance.fsmName.GetText(), last.GetText(),
-                         movable.name.GetText());
-            std::fflush(stderr);
+        if (instance.objectType != MOVABLE_NONE && instance.objectType != movable->type) {
+            PrintConflict(instance, pattern, *movable);
             return false;
         }
-        instance.objectType = movable.type;
-        instance.objectNames.Add(movable.name);
+        instance.objectType = movable->type;
+        instance.objectNames.Add(movable->name);
     }
     return true;
+}
+
+/// Resolves one rule. Null after one line on standard error when it binds objects of two types or
+/// gathers more than CContentCount::kMax parameters and sub-objects.
+std::unique_ptr<CFSMInstance> BuildFSMInstance(const CKvScriptTreeNode& rule,
+                                               const CPatternMatches& matches,
+                                               const CTemplateList& templates)
+{
+    auto instance = std::make_unique<CFSMInstance>();
+    instance->fsmName = rule.GetAttributeValueAsString(KVID::GetSingleton().fsm_name);
+
+    CTextSet excluded;
+    CContentCount count;
+    for (int i = 0; i < rule.GetChildCount(); ++i) {
+        if (!ReadRulePart(*rule.GetChild(i), templates, *instance, excluded, count)) {
+            std::fprintf(stderr,
+                         "ERROR : rule '%s' holds more than %lld parameters and sub-objects\n",
+                         instance->fsmName.GetText(), static_cast<long long>(CContentCount::kMax));
+            return nullptr;
+        }
+    }
+    const TKvString<char> pattern = GetPattern(rule);
+    if (!pattern.IsEmpty() && !BindObjects(*instance, pattern, matches.Of(pattern), excluded))
+        return nullptr;
+    return instance;
 }
 
 /// The list that a rule's instance belongs to; null when its pattern matched no object, so that
@@ -104,41 +174,15 @@ CKvArray<CFSMInstance*>* ChooseList(const CKvScriptTreeNode& rule, const CFSMIns
 
 }  // namespace
 
-std::unique_ptr<CFSMInstance> BuildFSMInstance(const CKvScriptTreeNode& rule,
-                                               const CKvArray<CMovable>& movables,
-                                               const CTemplateList& templates)
-{
-    const KVID& id = KVID::GetSingleton();
-    TKvString<char> pattern = rule.GetAttributeValueAsString(id.name_include_string);
-    pattern.ToLower();
-    auto instance = std::make_unique<CFSMInstance>();
-    instance->fsmName = rule.GetAttributeValueAsString(id.fsm_name);
-
-    CTexts excluded;
-    CContentCount count;
-    for (int i = 0; i < rule.GetChildCount(); ++i) {
-        if (!ReadRulePart(*rule.GetChild(i), templates, *instance, excluded, count)) {
-            std::fprintf(stderr,
-                         "ERROR : rule '%s' holds more than %lld parameters and sub-objects\n",
-                         instance->fsmName.GetText(), static_cast<long long>(CContentCount::kMax));
-            return nullptr;
-        }
-    }
-    if (!pattern.IsEmpty() && !BindObjects(*instance, pattern, excluded, movables))
-        return nullptr;
-    return instance;
-}
-
 bool ResolveGameRules(const CKvScriptTreeNode& root, const CKvArray<CMovable>& movables,
                       const CTemplateList& templates, CFSMInstanceLists& instances)
 {
-    static const CKvIdentifier s_boundRule("fsm_create");  // the vocabulary lacks this one
+    const CPatternMatches matches(root, movables);
     for (int i = 0; i < root.GetChildCount(); ++i) {
         const CKvScriptTreeNode& rule = *root.GetChild(i);
-        if (rule.GetIdentifier() != KVID::GetSingleton().simple_fsm_create &&
-            rule.GetIdentifier() != s_boundRule)
+        if (!IsRule(rule))
             continue;
-        std::unique_ptr<CFSMInstance> instance = BuildFSMInstance(rule, movables, templates);
+        std::unique_ptr<CFSMInstance> instance = BuildFSMInstance(rule, matches, templates);
         if (instance == nullptr)
             return false;
         if (CKvArray<CFSMInstance*>* list = ChooseList(rule, *instance, instances)) {

@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <memory>
-
 #include "tool/FSMInstance.h"
 
 class CKvScriptTreeNode;
@@ -15,11 +13,3 @@ class CTemplateList;
 [[nodiscard]] bool ResolveGameRules(const CKvScriptTreeNode& root,
                                     const CKvArray<CMovable>& movables,
                                     const CTemplateList& templates, CFSMInstanceLists& instances);
-
-/// Resolves one rule.
-///
-/// Errors: null after one line on standard error when the rule binds objects of two types or
-///         gathers more than CContentCount::kMax parameters and sub-objects.
-std::unique_ptr<CFSMInstance> BuildFSMInstance(const CKvScriptTreeNode& rule,
-                                               const CKvArray<CMovable>& movables,
-                                               const CTemplateList& templates);

@@ -1,0 +1,82 @@
+#include "tool/TextSet.h"
+
+CTextSet::CTextSet() : m_nodes(1) {}
+
+void CTextSet::Add(std::string_view text)
+{
+    int place = kRoot;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const int child = FindChild(place, byte);
+        place = child >= 0 ? child : AddChild(place, byte);
+    }
+    CNode& end = m_nodes[static_cast<std::size_t>(place)];
+    if (end.text < 0)
+        end.text = m_textCount++;
+    m_linked = false;
+}
+
+int CTextSet::Find(std::string_view text) const
+{
+    int place = kRoot;
+    for (const char c : text) {
+        place = FindChild(place, static_cast<unsigned char>(c));
+        if (place < 0)
+            return -1;
+    }
+    return m_nodes[static_cast<std::size_t>(place)].text;
+}
+
+int CTextSet::FindChild(int node, unsigned char byte) const
+{
+    int child = m_nodes[static_cast<std::size_t>(node)].firstChild;
+    while (child >= 0 && m_nodes[static_cast<std::size_t>(child)].byte != byte)
+        child = m_nodes[static_cast<std::size_t>(child)].nextSibling;
+    return child;
+}
+
+int CTextSet::AddChild(int node, unsigned char byte)
+{
+    const int child = static_cast<int>(m_nodes.size());
+    m_nodes.emplace_back();
+    m_nodes.back().byte = byte;
+    CNode& parent = m_nodes[static_cast<std::size_t>(node)];
+    m_nodes.back().nextSibling = parent.firstChild;
+    parent.firstChild = child;
+    return child;
+}
+
+/// The place after one more byte: the longest suffix of what has been read that is in the trie.
+int CTextSet::Advance(int node, unsigned char byte) const
+{
+    for (;;) {
+        const int child = FindChild(node, byte);
+        if (child >= 0)
+            return child;
+        if (node == kRoot)
+            return kRoot;
+        node = m_nodes[static_cast<std::size_t>(node)].suffix;
+    }
+}
+
+/// Links every node to its suffixes, shorter paths first, which the longer ones then build on.
+void CTextSet::LinkSuffixes()
+{
+    std::vector<int> order = {kRoot};
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const int parent = order[i];
+        int child = m_nodes[static_cast<std::size_t>(parent)].firstChild;
+        while (child >= 0) {
+            CNode& node = m_nodes[static_cast<std::size_t>(child)];
+            node.suffix =
+                parent == kRoot
+                    ? kRoot
+                    : Advance(m_nodes[static_cast<std::size_t>(parent)].suffix, node.byte);
+            const CNode& suffix = m_nodes[static_cast<std::size_t>(node.suffix)];
+            node.textSuffix = suffix.text >= 0 ? node.suffix : suffix.textSuffix;
+            order.push_back(child);
+            child = node.nextSibling;
+        }
+    }
+    m_linked = true;
+}

@@ -1,0 +1,90 @@
+// A set of texts that are looked for all at once: one pass over a name tells which of them occur in
+// it, however many they are. Rules are thousands and names are hundreds of thousands, so looking
+// for each in each would cost more than all the rest of a run.
+
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+/// The automaton of A. V. Aho and M. J. Corasick, "Efficient string matching: an aid to
+/// bibliographic search", Communications of the ACM 18, 1975. Texts are bytes, case counts.
+class CTextSet
+{
+public:
+    CTextSet();
+
+    /// Adds a text. Texts are added before the first search; equal texts count once.
+    void Add(std::string_view text);
+
+    /// A number for an added text, from 0 to GetSize() - 1; -1 for a text that was not added.
+    int Find(std::string_view text) const;
+
+    int GetSize() const { return m_textCount; }
+
+    /// Calls \a found(number) once for each text that occurs in \a name. Nothing occurs in an empty
+    /// name; the empty text occurs in all others.
+    ///
+    /// Cost: linear in the name and in what is found.
+    template <class TFound>
+    void Search(std::string_view name, TFound found);
+
+private:
+    /// A place in the trie of all texts: what has been read is the path from the root to it.
+    struct CNode
+    {
+        int firstChild = -1;
+        int nextSibling = -1;
+        unsigned char byte = 0;
+
+        /// The text that ends here, or -1.
+        int text = -1;
+
+        /// The longest proper suffix of the path that is in the trie too.
+        int suffix = 0;
+
+        /// The longest proper suffix of the path that is a text; -1 when none is.
+        int textSuffix = -1;
+
+        /// The search that saw this text last, so that a name counts once.
+        int lastSearch = 0;
+    };
+
+    static constexpr int kRoot = 0;
+
+    int FindChild(int node, unsigned char byte) const;
+    int AddChild(int node, unsigned char byte);
+    int Advance(int node, unsigned char byte) const;
+    void LinkSuffixes();
+
+    std::vector<CNode> m_nodes;
+    int m_textCount = 0;
+    int m_searchCount = 0;
+    bool m_linked = false;
+};
+
+// ------------------------------------------------------------------------------------------------
+
+template <class TFound>
+void CTextSet::Search(std::string_view name, TFound found)
+{
+    if (!m_linked)
+        LinkSuffixes();
+    ++m_searchCount;
+    int place = kRoot;
+    for (const char c : name) {
+        place = Advance(place, static_cast<unsigned char>(c));
+        int end = m_nodes[static_cast<std::size_t>(place)].text >= 0
+                      ? place
+                      : m_nodes[static_cast<std::size_t>(place)].textSuffix;
+        // A text that was seen in this name had all its suffixes reported with it.
+        while (end >= 0) {
+            CNode& node = m_nodes[static_cast<std::size_t>(end)];
+            if (node.lastSearch == m_searchCount)
+                break;
+            node.lastSearch = m_searchCount;
+            found(node.text);
+            end = node.textSuffix;
+        }
+    }
+}
