@@ -16,23 +16,46 @@ bool StartsWith(const char* text, std::string_view start)
     return std::strncmp(text, start.data(), start.size()) == 0;
 }
 
-bool IsSpace(char c)
+/// How the parser classes bytes: by the C library, whose answers may depend on the process's
+/// locale, so that they are asked once for each document.
+class CByteClasses
 {
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
+public:
+    CByteClasses()
+    {
+        for (int byte = 0; byte < 256; ++byte) {
+            const bool beyondAscii = byte >= 127;  // counts as a letter, whatever it encodes
+            const bool mark = byte == '-' || byte == '.' || byte == ':';
+            const bool start = beyondAscii || std::isalpha(byte) != 0 || byte == '_';
+            const bool part = start || std::isalnum(byte) != 0 || mark;
+            m_classes[static_cast<std::size_t>(byte)] =
+                static_cast<unsigned char>((std::isspace(byte) != 0 ? kSpace : 0) |
+                                           (start ? kNameStart : 0) | (part ? kNamePart : 0));
+        }
+    }
 
-/// Bytes from 127 up count as letters, whatever they encode.
-bool IsNameStart(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 127 || std::isalpha(byte) != 0 || c == '_';
-}
+    bool IsSpace(char c) const { return Has(c, kSpace); }
+    bool IsNameStart(char c) const { return Has(c, kNameStart); }
+    bool IsNamePart(char c) const { return Has(c, kNamePart); }
 
-bool IsNamePart(char c)
+private:
+    static constexpr int kSpace = 1;
+    static constexpr int kNameStart = 2;
+    static constexpr int kNamePart = 4;
+
+    bool Has(char c, int kind) const
+    {
+        return (m_classes[static_cast<unsigned char>(c)] & kind) != 0;
+    }
+
+    std::array<unsigned char, 256> m_classes = {};
+};
+
+/// In UTF-8, byte-order marks and the two noncharacters beside them count as white space.
+bool IsByteOrderMark(const char* p)
 {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 127 || std::isalnum(byte) != 0 ||
-           (c != '\0' && std::strchr("_-.:", c) != nullptr);
+    return StartsWith(p, "\xEF\xBB\xBF") || StartsWith(p, "\xEF\xBF\xBE") ||
+           StartsWith(p, "\xEF\xBF\xBF");
 }
 
 enum class EMarkup
@@ -79,6 +102,7 @@ private:
     const char* ReadElement(const char* p);
 
     const char* m_text;
+    CByteClasses m_bytes;
     TiXmlEncoding m_encoding = TIXML_ENCODING_UNKNOWN;
     CKvXmlExtent m_extent;
 
@@ -86,18 +110,14 @@ private:
     std::vector<std::string_view> m_open;
 };
 
-/// In UTF-8, byte-order marks and the two noncharacters beside them count as white space.
 const char* CXmlWalker::SkipSpace(const char* p) const
 {
     if (p == nullptr)
         return nullptr;
     for (;;) {
-        const bool mark = m_encoding == TIXML_ENCODING_UTF8 &&
-                          (StartsWith(p, "\xEF\xBB\xBF") || StartsWith(p, "\xEF\xBF\xBE") ||
-                           StartsWith(p, "\xEF\xBF\xBF"));
-        if (mark)
+        if (*p == '\xEF' && m_encoding == TIXML_ENCODING_UTF8 && IsByteOrderMark(p))
             p += 3;
-        else if (IsSpace(*p))
+        else if (m_bytes.IsSpace(*p))
             ++p;
         else
             return p;
@@ -114,14 +134,14 @@ EMarkup CXmlWalker::Identify(const char* p) const
         return EMarkup::Comment;
     if (StartsWith(p, "<![CDATA["))
         return EMarkup::Cdata;
-    return IsNameStart(p[1]) ? EMarkup::Element : EMarkup::Unknown;
+    return m_bytes.IsNameStart(p[1]) ? EMarkup::Element : EMarkup::Unknown;
 }
 
 const char* CXmlWalker::ReadName(const char* p) const
 {
-    if (!IsNameStart(*p))
+    if (!m_bytes.IsNameStart(*p))
         return nullptr;
-    while (IsNamePart(*p))
+    while (m_bytes.IsNamePart(*p))
         ++p;
     return p;
 }
@@ -178,7 +198,7 @@ const char* CXmlWalker::ReadQuoted(const char* p, char quote) const
 
 const char* CXmlWalker::ReadBareValue(const char* p) const
 {
-    for (; *p != '\0' && !IsSpace(*p) && *p != '/' && *p != '>'; ++p) {
+    for (; *p != '\0' && !m_bytes.IsSpace(*p) && *p != '/' && *p != '>'; ++p) {
         if (*p == '\'' || *p == '"')
             return nullptr;
     }
@@ -203,7 +223,7 @@ const char* CXmlWalker::ReadAttribute(const char* p) const
 const char* CXmlWalker::ReadText(const char* p) const
 {
     while (p != nullptr && *p != '\0' && *p != '<')
-        p = IsSpace(*p) ? p + 1 : ReadCharacter(p);
+        p = m_bytes.IsSpace(*p) ? p + 1 : ReadCharacter(p);
     return p != nullptr && *p != '\0' && p[1] != '\0' ? p : nullptr;
 }
 
