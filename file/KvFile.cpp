@@ -32,8 +32,8 @@ EError WriteValue(CKvFile& file, T value)
 
 CKvFile& CKvFile::operator=(const CKvFile& other)
 {
-    if (this == &other)
-        return *this;
+    if (m_handle == other.m_handle)
+        return *this;  // a copy that comes back must not close what it shares
     if (m_ownsHandle && m_handle != nullptr)
         FileSystem::Close(m_handle);
     m_handle = other.m_handle;
