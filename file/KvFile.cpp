@@ -28,6 +28,13 @@ EError WriteValue(CKvFile& file, T value)
     return file.Write(&value, kSize) == kSize ? EError::Success : EError::WriteFailed;
 }
 
+/// Tells an empty file from one whose size is unknown or too large, which is 0 as well.
+bool IsAtStartOfEmptyFile(CKvFile& file)
+{
+    char byte = 0;
+    return file.GetPos() == 0 && file.Read(&byte, 1) == 0;
+}
+
 }  // namespace
 
 CKvFile& CKvFile::operator=(const CKvFile& other)
@@ -228,6 +235,8 @@ void* CKvFile::ReadEntireFile(int& size)
     if (!SeekFromStart(0))
         return nullptr;
     const int fileSize = GetSize();
+    if (fileSize == 0 && !IsAtStartOfEmptyFile(*this))
+        return nullptr;
     std::unique_ptr<unsigned char[]> bytes(
         new (std::nothrow) unsigned char[static_cast<std::size_t>(fileSize)]);
     if (bytes == nullptr || Read(bytes.get(), fileSize) != fileSize)
