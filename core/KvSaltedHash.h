@@ -1,14 +1,14 @@
 // Hashing for tables that are keyed by CRCs. A CRC is linear, so names whose values collide in any
-// fixed set of bits are easy to construct; a random multiplier per process makes them miss.
+// fixed set of bits are easy to construct; random numbers drawn per process make them miss.
 
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-/// Multiplicative hashing with a random odd multiplier (Dietzfelbinger et al., "A Reliable
-/// Randomized Algorithm for the Closest-Pair Problem", 1997): 32 well-mixed bits, different in each
-/// process. Nothing that is written may depend on them.
+/// Strongly universal hashing by pair-multiply-shift (Thorup, "High Speed Hashing for Integers and
+/// Strings", 2015): for any two keys all pairs of results are equally likely, so any of the 32 bits
+/// serve. Different in each process: nothing that is written may depend on it.
 std::uint32_t KvSaltedHash(std::uint64_t key);
 
 /// The same as a hash function of the standard containers.

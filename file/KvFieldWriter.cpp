@@ -73,8 +73,12 @@ void CKvFieldWriter::WriteField(const void* bytes, std::size_t size)
     m_used += size;
 }
 
+/// Fields were collected while the swap flag was clear, whatever it is by now.
 void CKvFieldWriter::Flush()
 {
+    const bool swap = CKvFileSystemUnCached::GetSwapDWORDOnWrite();
+    CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
     CKvFileSystemUnCached::Write(m_handle, m_buffer.get(), static_cast<int>(m_used));
+    CKvFileSystemUnCached::SetSwapDWORDOnWrite(swap);
     m_used = 0;
 }

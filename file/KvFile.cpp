@@ -28,12 +28,19 @@ EError WriteValue(CKvFile& file, T value)
     return file.Write(&value, kSize) == kSize ? EError::Success : EError::WriteFailed;
 }
 
+/// Tells an empty file from one whose size is unknown or too large, which is 0 as well.
+bool IsAtStartOfEmptyFile(CKvFile& file)
+{
+    char byte = 0;
+    return file.GetPos() == 0 && file.Read(&byte, 1) == 0;
+}
+
 }  // namespace
 
 CKvFile& CKvFile::operator=(const CKvFile& other)
 {
-    if (this == &other)
-        return *this;
+    if (m_handle == other.m_handle)
+        return *this;  // a copy that comes back must not close what it shares
     if (m_ownsHandle && m_handle != nullptr)
         FileSystem::Close(m_handle);
     m_handle = other.m_handle;
@@ -228,6 +235,8 @@ void* CKvFile::ReadEntireFile(int& size)
     if (!SeekFromStart(0))
         return nullptr;
     const int fileSize = GetSize();
+    if (fileSize == 0 && !IsAtStartOfEmptyFile(*this))
+        return nullptr;
     std::unique_ptr<unsigned char[]> bytes(
         new (std::nothrow) unsigned char[static_cast<std::size_t>(fileSize)]);
     if (bytes == nullptr || Read(bytes.get(), fileSize) != fileSize)

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// How many names are tried for a temporary file before the system counts as failing.
+/// How many names are tried for a temporary file before the target is written directly.
 constexpr int kTemporaryNameTries = 100;
 
 std::string ToHostPath(const char* path)
@@ -70,13 +70,13 @@ bool CloseStream(std::FILE* stream)
 }
 
 /// Creates a file that was not there, beside \a target. Gives the descriptor or -1 with errno set.
-int CreateTemporary(const std::string& target, std::string& temporaryPath)
+int CreateTemporary(const std::string& target, mode_t mode, std::string& temporaryPath)
 {
     for (int attempt = 0; attempt < kTemporaryNameTries; ++attempt) {
         temporaryPath =
             target + "." + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
         const int descriptor =
-            open(temporaryPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            open(temporaryPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0 || errno != EEXIST)
             return descriptor;
     }
@@ -87,7 +87,7 @@ int CreateTemporary(const std::string& target, std::string& temporaryPath)
 bool NeedsDirectWrite(const std::string& target, bool exists, const struct stat& status)
 {
     if (!exists)
-        return false;
+        return target.empty();
     return !S_ISREG(status.st_mode) || status.st_nlink > 1 ||
            faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0;
 }
@@ -129,7 +129,9 @@ EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
     if (NeedsDirectWrite(replacement.targetPath, exists, old))
         return EKvReplacementStatus::WriteDirectly;
 
-    const int descriptor = CreateTemporary(replacement.targetPath, replacement.temporaryPath);
+    // Until it has the old file's mode, nobody else may open what will hold its content.
+    const int descriptor =
+        CreateTemporary(replacement.targetPath, exists ? 0600 : 0666, replacement.temporaryPath);
     if (descriptor < 0) {
         const bool systemFailed = errno == ENOSPC || errno == EDQUOT || errno == EIO ||
                                   errno == EMFILE || errno == ENFILE;
