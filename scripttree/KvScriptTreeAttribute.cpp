@@ -10,6 +10,10 @@
 
 namespace {
 
+/// The units that "%f" of a float can take, and the most floats of one value.
+constexpr std::size_t kFloatTextSize = 48;
+constexpr std::size_t kMaxFloats = 4;
+
 TKvString<char> EncodeUtf8(const TKvString<wchar_t>& wide)
 {
     const int size = kvEncodeUCS2ToUTF8(wide.GetText(), nullptr, -1);
@@ -105,7 +109,7 @@ CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier, 
                                                const float* values, int count)
     : m_identifier(identifier), m_type(type)
 {
-    std::array<char, 4 * 48> text = {};
+    std::array<char, kFloatTextSize * kMaxFloats> text = {};
     kvFloatsToString(values, count, text.data());
     m_value = text.data();
 }

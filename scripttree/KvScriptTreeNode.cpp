@@ -122,8 +122,8 @@ CKvScriptTreeNode* CKvScriptTreeNode::AddNewChild(const CKvIdentifier& identifie
 
 void CKvScriptTreeNode::AddChildrenArray(CKvArray<CKvScriptTreeNode*> children)
 {
-    for (CKvScriptTreeNode* child : children)
-        AddChild(child);
+    CKvScriptTreeNode** end = std::remove(children.begin(), children.end(), nullptr);
+    std::for_each(children.begin(), end, [&](CKvScriptTreeNode* child) { AddChild(child); });
 }
 
 CKvScriptTreeNode* CKvScriptTreeNode::GetChild(int index) const

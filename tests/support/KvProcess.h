@@ -1,0 +1,30 @@
+// Runs a program as a user does and tells all that a user sees.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct CKvProcessResult
+{
+    /// What the program returned, 0 to 255; -1 when a signal ended it.
+    int status = -1;
+    std::string standardOutput;
+    std::string standardError;
+};
+
+struct CKvProcessOptions
+{
+    /// "NAME=value", besides the environment of the test.
+    std::vector<std::string> environment;
+
+    /// Runs as this user, who has no rights of root's; 0 stays who runs the test.
+    unsigned int userId = 0;
+
+    /// Closes the reading end of standard output before the program starts.
+    bool outputReaderIsGone = false;
+};
+
+/// Runs \a program in \a folder and waits for it.
+CKvProcessResult KvRunProcess(const std::string& program, const std::vector<std::string>& arguments,
+                              const std::string& folder, const CKvProcessOptions& options = {});
