@@ -257,15 +257,16 @@ const char* CXmlWalker::ReadDeclaration(const char* p)
     return p;
 }
 
-/// From '<' to behind '>'. The element is open afterwards unless its tag ended with "/>".
+/// From '<' to behind '>'. The element is open afterwards unless its tag ended with "/>". The parser
+/// keeps the element even when it fails to read its tag.
 const char* CXmlWalker::ReadStartTag(const char* p)
 {
+    m_extent.depth = std::max(m_extent.depth, static_cast<int>(m_open.size()) + 1);
     const char* name = SkipSpace(p + 1);
     p = ReadName(name);
     if (p == nullptr || *p == '\0')
         return nullptr;
     const std::string_view nameText(name, static_cast<std::size_t>(p - name));
-    m_extent.depth = std::max(m_extent.depth, static_cast<int>(m_open.size()) + 1);
 
     int attributes = 0;
     for (;;) {
