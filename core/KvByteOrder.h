@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <bit>
+
 /// Reverses the bytes of one value in place. The types are the language's own, so that every
 /// spelling of an integer has its overload whatever the width of long is.
 void KvSwapEndian(unsigned short& value);
@@ -14,6 +16,12 @@ void KvSwapEndian(long& value);
 void KvSwapEndian(unsigned long long& value);
 void KvSwapEndian(long long& value);
 void KvSwapEndian(float& value);
+
+/// Whether numbers of a format must be swapped between this machine's order and the format's.
+constexpr bool KvNeedsSwap(bool formatIsBigEndian)
+{
+    return formatIsBigEndian == (std::endian::native == std::endian::little);
+}
 
 /// Reverses the bytes of each element of an array in place.
 ///

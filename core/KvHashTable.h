@@ -14,7 +14,7 @@ class TKvHashTable
 public:
     using Key = typename TPolicy::Key;
 
-    TKvHashTable() : m_slots(std::size_t{1} << kInitialLog2, nullptr) {}
+    TKvHashTable() : m_slots(std::size_t{1} << m_log2, nullptr) {}
 
     int GetCount() const { return m_count; }
     int GetSlotCount() const { return static_cast<int>(m_slots.size()); }
@@ -32,8 +32,6 @@ public:
     bool Insert(TEntry* entry);
 
 private:
-    static constexpr int kInitialLog2 = 8;
-
     std::size_t StartSlot(const Key& key) const
     {
         return static_cast<unsigned int>(TPolicy::CreateHash(key)) & (m_slots.size() - 1);
@@ -41,7 +39,7 @@ private:
     bool Place(TEntry* entry);
     void Grow();
 
-    int m_log2 = kInitialLog2;
+    int m_log2 = 8;
     int m_count = 0;
     std::vector<TEntry*> m_slots;
 };
@@ -85,7 +83,7 @@ bool TKvHashTable<TEntry, TPolicy>::Place(TEntry* entry)
 template <class TEntry, class TPolicy>
 void TKvHashTable<TEntry, TPolicy>::Grow()
 {
-    std::vector<TEntry*> old(m_slots.size() * 2, nullptr);
+    std::vector<TEntry*> old(std::size_t{2} << m_log2, nullptr);
     old.swap(m_slots);
     ++m_log2;
     m_count = 0;

@@ -27,18 +27,26 @@ public:
 
     const Entry* Find(std::uint64_t crc) const { return m_index.Find(crc); }
 
+    /// Either all of it happens or, when memory is short, nothing.
     const Entry& Add(std::unique_ptr<Entry> entry)
     {
+        if (m_entries.size() == m_entries.capacity())
+            m_entries.reserve(2 * m_entries.size() + 1);
+        m_index.Insert(entry.get());
         m_entries.push_back(std::move(entry));
-        m_index.Insert(m_entries.back().get());
         return *m_entries.back();
     }
+
+    /// An insertion that a known CRC refuses makes the documented table grow all the same.
+    void NoteRefusedInsertion() { m_refusedAt = m_entries.size(); }
+    bool HasGrownAhead() const { return m_refusedAt == m_entries.size(); }
 
     const std::vector<std::unique_ptr<Entry>>& Entries() const { return m_entries; }
 
 private:
     std::vector<std::unique_ptr<Entry>> m_entries;
     TKvHashTable<Entry, CSaltedPolicy> m_index;
+    std::size_t m_refusedAt = 0;
 };
 
 CKvIdentifierManager& CKvIdentifierManager::GetInstance()
@@ -89,8 +97,10 @@ const char* CKvIdentifierManager::Register(std::uint64_t crc, const char* text, 
 bool CKvIdentifierManager::Insert(const CKvIdentifierHashEntry& entry)
 {
     CTable& table = Table();
-    if (table.Find(entry.crc) != nullptr)
+    if (table.Find(entry.crc) != nullptr) {
+        table.NoteRefusedInsertion();
         return false;
+    }
     table.Add(std::make_unique<CKvIdentifierHashEntry>(entry));
     return true;
 }
@@ -100,6 +110,8 @@ void CKvIdentifierManager::ListInSlotOrder(CKvArray<const CKvIdentifierHashEntry
     TKvHashTable<const CKvIdentifierHashEntry, CKvIdentifierHashPolicy> layout;
     for (const auto& entry : Table().Entries())
         layout.Insert(entry.get());
+    if (Table().HasGrownAhead() && !Table().Entries().empty())
+        layout.Insert(Table().Entries().back().get());  // is there already, but lets the table grow
     for (int slot = 0; slot < layout.GetSlotCount(); ++slot) {
         if (layout.GetSlot(slot) != nullptr)
             entries.Add(layout.GetSlot(slot));

@@ -75,6 +75,8 @@ public:
     /// from the CRC's low bits, doubled whenever a quarter full.
     void ListInSlotOrder(CKvArray<const CKvIdentifierHashEntry*>& entries);
 
+    // --- The hash file. These two are defined in file/, so that core/ knows no files.
+
     /// Adds the names of a hash file to those registered; a CRC that has an entry keeps it. Numbers
     /// are little-endian, or big-endian when \a swapEndian is set.
     ///

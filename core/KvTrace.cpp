@@ -11,8 +11,9 @@ void KvTrace([[maybe_unused]] const char* format, ...)
     char line[8192];
     std::va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(line, sizeof line, format, arguments);
+    const int length = std::vsnprintf(line, sizeof line, format, arguments);
     va_end(arguments);
-    KvPlatformDebugOutput(line);
+    if (length >= 0)
+        KvPlatformDebugOutput(line);
 #endif
 }

@@ -14,7 +14,7 @@ constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 
 CKvFieldWriter::CKvFieldWriter(CKvFileHandle* handle, bool bigEndian)
     : m_handle(handle),
-      m_swap(bigEndian == (std::endian::native == std::endian::little)),
+      m_swap(KvNeedsSwap(bigEndian)),
       m_buffer(std::make_unique_for_overwrite<unsigned char[]>(kBufferSize))
 {
 }

@@ -152,12 +152,12 @@ EError CKvFile::ReadF32(float& value)
     return ReadValue(*this, value);
 }
 
-EError CKvFile::ReadS64(long long& value)
+EError CKvFile::ReadS64(std::int64_t& value)
 {
     return ReadValue(*this, value);
 }
 
-EError CKvFile::ReadU64(unsigned long long& value)
+EError CKvFile::ReadU64(std::uint64_t& value)
 {
     return ReadValue(*this, value);
 }
@@ -197,12 +197,12 @@ EError CKvFile::WriteF32(float value)
     return WriteValue(*this, value);
 }
 
-EError CKvFile::WriteS64(long long value)
+EError CKvFile::WriteS64(std::int64_t value)
 {
     return WriteValue(*this, value);
 }
 
-EError CKvFile::WriteU64(unsigned long long value)
+EError CKvFile::WriteU64(std::uint64_t value)
 {
     return WriteValue(*this, value);
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <cstdint>
+
 #include "file/KvFileHandle.h"
 
 class CKvFile
@@ -57,8 +59,8 @@ public:
     [[nodiscard]] EKvFileSystemError ReadS32(int& value);
     [[nodiscard]] EKvFileSystemError ReadU32(unsigned int& value);
     [[nodiscard]] EKvFileSystemError ReadF32(float& value);
-    [[nodiscard]] EKvFileSystemError ReadS64(long long& value);
-    [[nodiscard]] EKvFileSystemError ReadU64(unsigned long long& value);
+    [[nodiscard]] EKvFileSystemError ReadS64(std::int64_t& value);
+    [[nodiscard]] EKvFileSystemError ReadU64(std::uint64_t& value);
 
     /// Typed writes; the 8- and 16-bit ones store the low bytes. Errors: WriteFailed.
     EKvFileSystemError WriteS8(int value);
@@ -68,8 +70,8 @@ public:
     EKvFileSystemError WriteS32(int value);
     EKvFileSystemError WriteU32(unsigned int value);
     EKvFileSystemError WriteF32(float value);
-    EKvFileSystemError WriteS64(long long value);
-    EKvFileSystemError WriteU64(unsigned long long value);
+    EKvFileSystemError WriteS64(std::int64_t value);
+    EKvFileSystemError WriteU64(std::uint64_t value);
 
     /// The longest string that a file holds, in bytes without terminator.
     static constexpr int kLongestString = 4095;

@@ -36,13 +36,13 @@ private:
     friend class CKvFileSystemUnCached;
     friend class CKvWholeFileWriter;
 
-    CKvFileHandleStdPC(const TKvString<char>& name, EKvFileSystemOpenMode openMode,
-                       std::FILE* stream)
-        : CKvFileHandleStd(name, openMode), m_stream(stream)
+    /// Made before its stream opens, so that no stream is left behind when memory is short.
+    CKvFileHandleStdPC(const TKvString<char>& name, EKvFileSystemOpenMode openMode)
+        : CKvFileHandleStd(name, openMode)
     {
     }
 
-    std::FILE* m_stream;
+    std::FILE* m_stream = nullptr;
 
     /// Set once a write came short. The file then has a hole, so closing it must not succeed.
     bool m_writeFailed = false;

@@ -67,11 +67,12 @@ EError CKvFileSystemUnCached::Open(CKvFileHandle*& handle, const TKvString<char>
     handle = nullptr;
     if (!IsKnownMode(mode))
         return EError::ModeNotAllowed;
-    std::FILE* stream =
+    std::unique_ptr<CKvFileHandleStdPC> file(new CKvFileHandleStdPC(path, mode));
+    file->m_stream =
         KvPlatformDisk().openStream(path.GetText(), kStreamModes[static_cast<std::size_t>(mode)]);
-    if (stream == nullptr)
+    if (file->m_stream == nullptr)
         return EError::NotOpened;
-    handle = new CKvFileHandleStdPC(path, mode, stream);
+    handle = file.release();
     return EError::Success;
 }
 

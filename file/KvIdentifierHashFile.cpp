@@ -13,12 +13,12 @@ namespace {
 
 using EError = EKvFileSystemError;
 
-/// Reads a number of a hash file, reversed when the file is big-endian.
+/// Reads a number of a hash file, which is little-endian unless \a swapEndian is set.
 template <class T>
 bool ReadNumber(CKvFile& file, bool swapEndian, T& value)
 {
     const bool complete = file.Read(&value, sizeof value) == static_cast<int>(sizeof value);
-    if (swapEndian)
+    if (KvNeedsSwap(swapEndian))
         KvSwapEndian(value);
     return complete;
 }

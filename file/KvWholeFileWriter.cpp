@@ -1,5 +1,7 @@
 #include "file/KvWholeFileWriter.h"
 
+#include <memory>
+
 #include "file/KvFileHandleStd.h"
 #include "file/KvFileSystemUnCached.h"
 
@@ -22,6 +24,7 @@ EError CKvWholeFileWriter::Open(const TKvString<char>& path, EMode mode)
     if (mode != EMode::WriteBinary && mode != EMode::WriteText)
         return EError::ModeNotAllowed;
 
+    std::unique_ptr<CKvFileHandleStdPC> file(new CKvFileHandleStdPC(path, mode));
     const char* streamMode = mode == EMode::WriteText ? "wt" : "wb";
     const EKvReplacementStatus status =
         KvPlatformDisk().beginReplacement(path.GetText(), streamMode, m_replacement);
@@ -30,7 +33,8 @@ EError CKvWholeFileWriter::Open(const TKvString<char>& path, EMode mode)
     m_direct = status == EKvReplacementStatus::WriteDirectly;
     if (m_direct)
         return CKvFileSystemUnCached::Open(m_handle, path, mode, false);
-    m_handle = new CKvFileHandleStdPC(path, mode, m_replacement.stream);
+    file->m_stream = m_replacement.stream;
+    m_handle = file.release();
     return EError::Success;
 }
 

@@ -73,8 +73,7 @@ bool CloseStream(std::FILE* stream)
 int CreateTemporary(const std::string& target, mode_t mode, std::string& temporaryPath)
 {
     for (int attempt = 0; attempt < kTemporaryNameTries; ++attempt) {
-        temporaryPath =
-            target + "." + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp";
+        temporaryPath = target + "." + std::to_string(KvPlatformRandomSeed()) + ".tmp";
         const int descriptor =
             open(temporaryPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0 || errno != EEXIST)
@@ -133,9 +132,10 @@ EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
     const int descriptor =
         CreateTemporary(replacement.targetPath, exists ? 0600 : 0666, replacement.temporaryPath);
     if (descriptor < 0) {
-        const bool systemFailed = errno == ENOSPC || errno == EDQUOT || errno == EIO ||
-                                  errno == EMFILE || errno == ENFILE;
-        return systemFailed ? EKvReplacementStatus::Failed : EKvReplacementStatus::WriteDirectly;
+        // What the folder or the name forbids is no failure of the system.
+        const bool refused = errno == EACCES || errno == EPERM || errno == EROFS ||
+                             errno == ENAMETOOLONG || errno == ENOENT || errno == ENOTDIR;
+        return refused ? EKvReplacementStatus::WriteDirectly : EKvReplacementStatus::Failed;
     }
     if (exists && !TakeOver(descriptor, old)) {
         close(descriptor);

@@ -109,7 +109,7 @@ CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier, 
                                                const float* values, int count)
     : m_identifier(identifier), m_type(type)
 {
-    std::array<char, kFloatTextSize * kMaxFloats> text = {};
+    std::array<char, kFloatTextSize* kMaxFloats> text = {};
     kvFloatsToString(values, count, text.data());
     m_value = text.data();
 }

@@ -6,6 +6,7 @@
 
 #include "core/KvId.h"
 #include "math/KvColor.h"
+#include "scripttree/KvScriptTreeWalk.h"
 
 namespace {
 
@@ -226,21 +227,11 @@ CKvScriptTreeNode* CKvScriptTreeNode::FindChildByAttribute(const CKvIdentifier& 
 {
     if (!recursive)
         return FindChildByAttribute(attribute, value);
-    struct CPlace
-    {
-        CKvScriptTreeNode* node;
-        int nextChild;
-    };
-    std::vector<CPlace> path = {{this, 0}};
-    while (!path.empty()) {
-        CPlace& place = path.back();
-        CKvScriptTreeNode* child = place.node->GetChild(place.nextChild++);
-        if (child == nullptr)
-            path.pop_back();
-        else if (HasAttributeValue(*child, attribute, value))
-            return child;
-        else if (child->GetChildCount() > 0)
-            path.push_back({child, 0});
+    TKvScriptTreeWalk walk(this);
+    walk.Next();  // this node is no candidate itself
+    while (walk.Next()) {
+        if (!walk.IsLeaving() && HasAttributeValue(*walk.GetNode(), attribute, value))
+            return walk.GetNode();
     }
     return nullptr;
 }
@@ -271,6 +262,18 @@ void CKvScriptTreeNode::CopyOwn(const CKvScriptTreeNode& source)
     m_text = source.m_text;
 }
 
+/// The own children followed by those of \a other.
+CKvArray<CKvScriptTreeNode*> CKvScriptTreeNode::JoinChildren(const CKvScriptTreeNode& other) const
+{
+    CKvArray<CKvScriptTreeNode*> all;
+    all.SetGrowthStep(m_children.GetCount() + other.m_children.GetCount());
+    for (const CKvArray<CKvScriptTreeNode*>* list : {&m_children, &other.m_children}) {
+        for (CKvScriptTreeNode* child : *list)
+            all.Add(child);
+    }
+    return all;
+}
+
 void CKvScriptTreeNode::Copy(const CKvScriptTreeNode* source)
 {
     struct CPending
@@ -290,25 +293,29 @@ void CKvScriptTreeNode::Copy(const CKvScriptTreeNode* source)
             pending.push_back({child, task.copy->AddNewChild(child->m_identifier)});
     }
 
-    m_attributes.Clear();
-    Absorb(*root);
+    CKvArray<CKvScriptTreeNode*> children = JoinChildren(*root);
+    root->m_children.Clear();
+    m_identifier = root->m_identifier;
+    m_attributes = std::move(root->m_attributes);
+    m_children = std::move(children);
     m_text = std::move(root->m_text);
 }
 
 void CKvScriptTreeNode::Absorb(CKvScriptTreeNode& other)
 {
-    CKvArray<CKvScriptTreeAttribute> attributes = m_attributes;
-    for (const CKvScriptTreeAttribute& attribute : other.m_attributes)
-        attributes.Add(attribute);
-    CKvArray<CKvScriptTreeNode*> children = m_children;
-    for (CKvScriptTreeNode* child : other.m_children)
-        children.Add(child);
-
+    CKvArray<CKvScriptTreeNode*> children = JoinChildren(other);
+    CKvArray<CKvScriptTreeAttribute> attributes;
+    attributes.SetGrowthStep(m_attributes.GetCount() + other.m_attributes.GetCount());
+    // The first append makes room for all: from there on nothing fails.
+    for (CKvArray<CKvScriptTreeAttribute>* list : {&m_attributes, &other.m_attributes}) {
+        for (CKvScriptTreeAttribute& attribute : *list)
+            attributes.Add(std::move(attribute));
+        list->Clear();
+    }
+    other.m_children.Clear();
     m_identifier = other.m_identifier;
     m_attributes = std::move(attributes);
     m_children = std::move(children);
-    other.m_attributes.Clear();
-    other.m_children.Clear();
 }
 
 bool CKvScriptTreeNode::operator==(const CKvScriptTreeNode& other) const

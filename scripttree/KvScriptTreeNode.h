@@ -175,6 +175,7 @@ public:
 
 private:
     void CopyOwn(const CKvScriptTreeNode& source);
+    CKvArray<CKvScriptTreeNode*> JoinChildren(const CKvScriptTreeNode& other) const;
 
     CKvIdentifier m_identifier;
     CKvArray<CKvScriptTreeAttribute> m_attributes;

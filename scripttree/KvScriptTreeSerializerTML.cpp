@@ -3,12 +3,11 @@
 #include <climits>
 #include <cstdint>
 #include <memory>
-#include <new>
 #include <unordered_set>
 #include <vector>
 
-#include "core/KvId.h"
 #include "core/KvNumberText.h"
+#include "core/KvOutOfMemory.h"
 #include "core/KvSaltedHash.h"
 #include "core/KvText.h"
 #include "file/KvFieldWriter.h"
@@ -16,7 +15,9 @@
 #include "file/KvWholeFileWriter.h"
 #include "scripttree/KvScriptTree.h"
 #include "scripttree/KvScriptTreeLoad.h"
+#include "scripttree/KvScriptTreeName.h"
 #include "scripttree/KvScriptTreeNode.h"
+#include "scripttree/KvScriptTreeWalk.h"
 #include "serial/KvMemFileReader.h"
 
 namespace {
@@ -178,7 +179,7 @@ bool CKvScriptTreeSerializerTML::LoadTmlFromMemory(CKvScriptTree& tree, void* da
 {
     if (size > INT_MAX)
         return false;
-    try {
+    return KvFalseWhenOutOfMemory([&] {
         CKvMemFileReader reader(data, static_cast<int>(size));
         CKvOwnedScriptTreeNode root(new CKvScriptTreeNode);
         if (!RecursiveLoad(reader, root.get()) || !ReadNames(reader))
@@ -188,9 +189,7 @@ bool CKvScriptTreeSerializerTML::LoadTmlFromMemory(CKvScriptTree& tree, void* da
         else
             tree.SetRootNode(root.release());
         return true;
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    });
 }
 
 bool CKvScriptTreeSerializerTML::Parse(CKvScriptTree&, const TKvString<char>&)
@@ -201,20 +200,21 @@ bool CKvScriptTreeSerializerTML::Parse(CKvScriptTree&, const TKvString<char>&)
 bool CKvScriptTreeSerializerTML::Save(CKvScriptTree& tree, const TKvString<char>& path,
                                       bool bigEndian)
 {
-    CKvWholeFileWriter file;
-    if (file.Open(path, EKvFileSystemOpenMode::WriteBinary) != EKvFileSystemError::Success)
-        return false;
-    if (tree.GetRootNode() != nullptr) {
-        KVID::GetSingleton();  // registers the null identifier's text, which is empty
-        CKvArray<CKvIdentifier> names;
-        if (!RecursiveSave(file.GetHandle(), tree.GetRootNode(), names, bigEndian))
+    return KvFalseWhenOutOfMemory([&] {
+        CKvWholeFileWriter file;
+        if (file.Open(path, EKvFileSystemOpenMode::WriteBinary) != EKvFileSystemError::Success)
             return false;
-        CKvFieldWriter writer(file.GetHandle(), bigEndian);
-        writer.WriteU32(static_cast<std::uint32_t>(names.GetCount()));
-        for (const CKvIdentifier& name : names)
-            writer.WriteText(name.DebugString());
-    }
-    return file.Commit() == EKvFileSystemError::Success;
+        if (tree.GetRootNode() != nullptr) {
+            CKvArray<CKvIdentifier> names;
+            if (!RecursiveSave(file.GetHandle(), tree.GetRootNode(), names, bigEndian))
+                return false;
+            CKvFieldWriter writer(file.GetHandle(), bigEndian);
+            writer.WriteU32(static_cast<std::uint32_t>(names.GetCount()));
+            for (const CKvIdentifier& name : names)
+                writer.WriteText(KvGetNameText(name));
+        }
+        return file.Commit() == EKvFileSystemError::Success;
+    });
 }
 
 bool CKvScriptTreeSerializerTML::Dump(CKvScriptTree&, TKvString<char>&)
@@ -225,24 +225,11 @@ bool CKvScriptTreeSerializerTML::Dump(CKvScriptTree&, TKvString<char>&)
 bool CKvScriptTreeSerializerTML::RecursiveSave(CKvFileHandle* handle, CKvScriptTreeNode* node,
                                                CKvArray<CKvIdentifier>& names, bool bigEndian)
 {
-    struct CPlace
-    {
-        const CKvScriptTreeNode* node;
-        int nextChild;
-    };
     CKvFieldWriter writer(handle, bigEndian);
     CNamesSeen namesSeen(names);
-    WriteNode(writer, *node, namesSeen);
-    std::vector<CPlace> path = {{node, 0}};
-    while (!path.empty()) {
-        const CKvScriptTreeNode* child = path.back().node->GetChild(path.back().nextChild++);
-        if (child == nullptr) {
-            path.pop_back();
-            continue;
-        }
-        WriteNode(writer, *child, namesSeen);
-        if (child->GetChildCount() > 0)
-            path.push_back({child, 0});
+    for (TKvScriptTreeWalk walk(node); walk.Next();) {
+        if (!walk.IsLeaving())
+            WriteNode(writer, *walk.GetNode(), namesSeen);
     }
     return true;
 }

@@ -4,17 +4,19 @@
 
 #include <algorithm>
 #include <memory>
-#include <new>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "core/KvId.h"
+#include "core/KvOutOfMemory.h"
 #include "file/KvFile.h"
 #include "file/KvWholeFileWriter.h"
 #include "scripttree/KvScriptTree.h"
 #include "scripttree/KvScriptTreeLoad.h"
+#include "scripttree/KvScriptTreeName.h"
 #include "scripttree/KvScriptTreeNode.h"
+#include "scripttree/KvScriptTreeWalk.h"
 #include "scripttree/KvXmlLimits.h"
 
 namespace {
@@ -70,20 +72,20 @@ void FillOwn(const TiXmlNode& xml, CKvScriptTreeNode& node)
 }
 
 /// Appends one tag line without its end: indentation, opening and name.
-void AppendTagStart(std::string& out, int depth, const char* opening, const char* name)
+void AppendTagStart(std::string& out, int depth, const char* opening, const CKvScriptTreeNode& node)
 {
     out.append(static_cast<std::size_t>(depth) * 4, ' ');
     out += opening;
-    out += name;
+    out += KvGetNameText(node.GetIdentifier()).GetText();
 }
 
 void AppendOpeningLine(std::string& out, int depth, const CKvScriptTreeNode& node)
 {
-    AppendTagStart(out, depth, "<", node.GetIdentifier().DebugString().GetText());
+    AppendTagStart(out, depth, "<", node);
     for (int i = 0; i < node.GetAttributeCount(); ++i) {
         const CKvScriptTreeAttribute& attribute = node.GetAttribute(i);
         out += ' ';
-        out += attribute.GetIdentifier().DebugString().GetText();
+        out += KvGetNameText(attribute.GetIdentifier()).GetText();
         out += "=\"";
         out += attribute.GetValue().GetText();
         out += '"';
@@ -91,31 +93,18 @@ void AppendOpeningLine(std::string& out, int depth, const CKvScriptTreeNode& nod
     out += node.GetChildCount() == 0 ? "/>\n" : ">\n";
 }
 
-/// Gives the text of a subtree. False when it grows beyond what a string can hold.
-bool DumpSubtree(const CKvScriptTreeNode& root, int depth, std::string& out)
+/// Gives the text of a subtree. False when it grows beyond \a maxSize bytes.
+bool DumpSubtree(const CKvScriptTreeNode& root, int depth, std::size_t maxSize, std::string& out)
 {
-    struct CPlace
-    {
-        const CKvScriptTreeNode* node;
-        int nextChild;
-    };
-    std::vector<CPlace> path = {{&root, 0}};
-    AppendOpeningLine(out, depth, root);
-    while (!path.empty()) {
-        const CKvScriptTreeNode& node = *path.back().node;
-        const int level = depth + static_cast<int>(path.size());
-        if (const CKvScriptTreeNode* child = node.GetChild(path.back().nextChild++)) {
-            AppendOpeningLine(out, level, *child);
-            if (child->GetChildCount() > 0)
-                path.push_back({child, 0});
-        } else {
-            if (node.GetChildCount() > 0) {
-                AppendTagStart(out, level - 1, "</", node.GetIdentifier().DebugString().GetText());
-                out += ">\n";
-            }
-            path.pop_back();
+    for (TKvScriptTreeWalk walk(&root); walk.Next();) {
+        const CKvScriptTreeNode& node = *walk.GetNode();
+        if (!walk.IsLeaving()) {
+            AppendOpeningLine(out, depth + walk.GetDepth(), node);
+        } else if (node.GetChildCount() > 0) {
+            AppendTagStart(out, depth + walk.GetDepth(), "</", node);
+            out += ">\n";
         }
-        if (out.size() > static_cast<std::size_t>(TKvString<char>::kMaxLength))
+        if (out.size() > maxSize)
             return false;
     }
     return true;
@@ -133,7 +122,7 @@ bool CKvScriptTreeSerializerXML::Load(CKvScriptTree& tree, const TKvString<char>
 
 bool CKvScriptTreeSerializerXML::LoadXmlFromFileHandle(CKvScriptTree& tree, CKvFileHandle* handle)
 {
-    try {
+    return KvFalseWhenOutOfMemory([&] {
         CKvFile file(handle);
         const int size = file.GetSize();
         if (size == 0)
@@ -142,17 +131,16 @@ bool CKvScriptTreeSerializerXML::LoadXmlFromFileHandle(CKvScriptTree& tree, CKvF
         text.SetLength(size);
         if (text.GetBuffer() == nullptr || file.Read(text.GetBuffer(), size) != size)
             return false;
-        return Parse(tree, text);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+        // Behind a zero byte the parser would not look: such a file is damaged, not shorter.
+        return text.GetLength() == size && Parse(tree, text);
+    });
 }
 
 bool CKvScriptTreeSerializerXML::Parse(CKvScriptTree& tree, const TKvString<char>& text)
 {
-    try {
+    CKvOwnedScriptTreeNode root;
+    const bool parsed = KvFalseWhenOutOfMemory([&] {
         std::unique_ptr<char[]> padded = CopyPadded(text);
-        tree.Empty();  // not earlier: the text may be one of the tree's own
         if (!KvMeasureXml(padded.get()).IsWithinLimits())
             return false;
         TiXmlDocument document;
@@ -162,26 +150,28 @@ bool CKvScriptTreeSerializerXML::Parse(CKvScriptTree& tree, const TKvString<char
         if (document.Error() || element == nullptr)
             return false;
         padded.reset();
-        CKvOwnedScriptTreeNode root(new CKvScriptTreeNode);
+        root.reset(new CKvScriptTreeNode);
         ParseTiXmlNode(element, root.get());
-        tree.SetRootNode(root.release());
         return true;
-    } catch (const std::bad_alloc&) {
-        tree.Empty();
-        return false;
-    }
+    });
+    tree.Empty();  // not earlier: the text may be one of the tree's own
+    if (parsed)
+        tree.SetRootNode(root.release());
+    return parsed;
 }
 
 bool CKvScriptTreeSerializerXML::Save(CKvScriptTree& tree, const TKvString<char>& path)
 {
-    CKvWholeFileWriter writer;
-    if (writer.Open(path, EKvFileSystemOpenMode::WriteText) != EKvFileSystemError::Success)
-        return false;
-    TKvString<char> text;
-    const bool dumped = Dump(tree, text);
-    if (dumped)
+    return KvFalseWhenOutOfMemory([&] {
+        CKvWholeFileWriter writer;
+        if (writer.Open(path, EKvFileSystemOpenMode::WriteText) != EKvFileSystemError::Success)
+            return false;
+        TKvString<char> text;
+        if (tree.GetRootNode() != nullptr && !Dump(tree, text))
+            return false;
         CKvFile(writer.GetHandle()).Write(text.GetText(), text.GetLength());
-    return writer.Commit() == EKvFileSystemError::Success && dumped;
+        return writer.Commit() == EKvFileSystemError::Success && tree.GetRootNode() != nullptr;
+    });
 }
 
 bool CKvScriptTreeSerializerXML::Dump(CKvScriptTree& tree, TKvString<char>& out)
@@ -226,9 +216,12 @@ bool CKvScriptTreeSerializerXML::RecursiveDump(CKvScriptTreeNode* node, TKvStrin
 {
     if (node == nullptr)
         return false;
-    std::string text;
-    if (!DumpSubtree(*node, depth, text))
-        return false;
-    out += text.c_str();
-    return true;
+    return KvFalseWhenOutOfMemory([&] {
+        const int room = TKvString<char>::kMaxLength - out.GetLength();
+        std::string text;
+        if (!DumpSubtree(*node, depth, static_cast<std::size_t>(room), text))
+            return false;
+        out += text.c_str();
+        return true;
+    });
 }

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "core/KvNumberText.h"
+#include "core/KvOutOfMemory.h"
 #include "file/KvFileHandleStd.h"
 #include "file/KvWholeFileWriter.h"
 
@@ -20,7 +21,8 @@ void CKvXMLSaver::beginSection(const char* name)
 {
     if (m_sections.empty())
         return;
-    TiXmlNode* section = m_sections.back()->InsertEndChild(TiXmlElement(name));
+    TiXmlNode* section =
+        m_sections.back()->InsertEndChild(TiXmlElement(name != nullptr ? name : ""));
     if (section != nullptr && m_sections.size() < kMaxSections)
         m_sections.push_back(section);
 }
@@ -59,14 +61,16 @@ void CKvXMLSaver::addValue(const TKvString<char>& name, const TKvString<char>& v
 
 bool CKvXMLSaver::save(const TKvString<char>& path)
 {
-    CKvWholeFileWriter writer;
-    if (m_document == nullptr ||
-        writer.Open(path, EKvFileSystemOpenMode::WriteText) != EKvFileSystemError::Success)
-        return false;
-    // The writer opens nothing but disk files, whose stream TinyXML can print to.
-    const auto* file = static_cast<const CKvFileHandleStdPC*>(writer.GetHandle());
-    return m_document->SaveFile(file->GetDescriptor()) &&
-           writer.Commit() == EKvFileSystemError::Success;
+    return KvFalseWhenOutOfMemory([&] {
+        CKvWholeFileWriter writer;
+        if (m_document == nullptr ||
+            writer.Open(path, EKvFileSystemOpenMode::WriteText) != EKvFileSystemError::Success)
+            return false;
+        // The writer opens nothing but disk files, whose stream TinyXML can print to.
+        const auto* file = static_cast<const CKvFileHandleStdPC*>(writer.GetHandle());
+        return m_document->SaveFile(file->GetDescriptor()) &&
+               writer.Commit() == EKvFileSystemError::Success;
+    });
 }
 
 void CKvXMLSaver::clear()

@@ -257,8 +257,8 @@ const char* CXmlWalker::ReadDeclaration(const char* p)
     return p;
 }
 
-/// From '<' to behind '>'. The element is open afterwards unless its tag ended with "/>". The parser
-/// keeps the element even when it fails to read its tag.
+/// From '<' to behind '>'. The element is open afterwards unless its tag ended with "/>". The
+/// parser keeps the element even when it fails to read its tag.
 const char* CXmlWalker::ReadStartTag(const char* p)
 {
     m_extent.depth = std::max(m_extent.depth, static_cast<int>(m_open.size()) + 1);
@@ -281,6 +281,7 @@ const char* CXmlWalker::ReadStartTag(const char* p)
         if (p == nullptr || *p == '\0')
             return nullptr;
         m_extent.attributes = std::max(m_extent.attributes, ++attributes);
+        m_extent.steps += attributes;
         if (!m_extent.IsWithinLimits())
             return nullptr;
     }
@@ -298,10 +299,11 @@ const char* CXmlWalker::ReadEndTag(const char* p)
 /// One piece of the innermost open element's content, \a p being at no white space.
 const char* CXmlWalker::ReadContent(const char* p)
 {
+    if (*p == '<' && p[1] == '/')
+        return ReadEndTag(p);
+    m_extent.steps += static_cast<std::int64_t>(m_open.size());
     if (*p != '<')
         return ReadText(p);
-    if (p[1] == '/')
-        return ReadEndTag(p);
     const EMarkup markup = Identify(p);
     if (markup == EMarkup::Element)
         return ReadStartTag(p);
@@ -323,6 +325,8 @@ const char* CXmlWalker::ReadElement(const char* p)
 
 CKvXmlExtent CXmlWalker::Walk()
 {
+    m_extent.maxSteps =
+        kKvXmlFreeSteps + kKvXmlStepsPerByte * static_cast<std::int64_t>(std::strlen(m_text));
     if (StartsWith(m_text, "\xEF\xBB\xBF"))
         m_encoding = TIXML_ENCODING_UTF8;
     const char* p = SkipSpace(m_text);

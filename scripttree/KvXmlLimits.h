@@ -3,20 +3,30 @@
 
 #pragma once
 
+#include <cstdint>
+
 /// The deepest nesting of elements and the most attributes of one element that are handed to the
 /// parser. It and its tree's destruction need some 350 bytes of stack a level.
 inline constexpr int kKvXmlMaxDepth = 4000;
 inline constexpr int kKvXmlMaxAttributes = 10000;
 
-/// How far a text reaches for these limits. Values stop at the first one above its limit.
+/// The most steps that the parser may take from nodes up to their document and along the attributes
+/// of elements: some for every byte of the text, and as many as cost a fraction of a second. Many
+/// deep or wide elements would otherwise take hours, each of them within the limits above.
+inline constexpr std::int64_t kKvXmlStepsPerByte = 64;
+inline constexpr std::int64_t kKvXmlFreeSteps = 50'000'000;
+
+/// How far a text reaches for these limits. Measuring ends at the first one that is exceeded.
 struct CKvXmlExtent
 {
     int depth = 0;
     int attributes = 0;
+    std::int64_t steps = 0;
+    std::int64_t maxSteps = 0;
 
     bool IsWithinLimits() const
     {
-        return depth <= kKvXmlMaxDepth && attributes <= kKvXmlMaxAttributes;
+        return depth <= kKvXmlMaxDepth && attributes <= kKvXmlMaxAttributes && steps <= maxSteps;
     }
 };
 

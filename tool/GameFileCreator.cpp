@@ -108,7 +108,7 @@ bool ReadTemplates(const TKvString<char>& path, CTemplateList& templates)
 }
 
 bool ReadRules(const TKvString<char>& path, const CKvArray<CMovable>& movables,
-               const CTemplateList& templates, CFSMInstanceLists& instances)
+               CTemplateList& templates, CFSMInstanceLists& instances)
 {
     CKvScriptTree document;
     if (!LoadDocument(path, document))

@@ -78,23 +78,22 @@ CObjectOverride ReadOverride(const CKvScriptTreeNode& node)
     return result;
 }
 
-/// Reads one child of a rule into the instance or the excluded texts. False when \a count exceeds
-/// its maximum.
-bool ReadRulePart(const CKvScriptTreeNode& child, const CTemplateList& templates,
-                  CFSMInstance& instance, CTextSet& excluded, CContentCount& count)
+/// Reads one child of a rule into the instance or the excluded texts. False when the templates'
+/// inclusions exceed their limit.
+bool ReadRulePart(const CKvScriptTreeNode& child, CTemplateList& templates, CFSMInstance& instance,
+                  CTextSet& excluded)
 {
     const KVID& id = KVID::GetSingleton();
     const CKvIdentifier& kind = child.GetIdentifier();
     if (kind == id.excepted) {
         excluded.Add(View(child.GetAttributeValueAsString(id.name_include_string)));
     } else if (kind == id.template_) {
-        return IncludeTemplate(child, templates, instance.parameters, instance.subObjects, count);
+        return IncludeTemplate(child, templates, instance.parameters, instance.subObjects);
     } else if (kind == id.parameter) {
         instance.parameters.Add(ReadTemplateParameter(child));
-        return count.Add(1);
     } else if (kind == id.sub_object) {
-        std::optional<CTemplateObject> object = ReadTemplateObject(child, templates, count);
-        if (!object || !count.Add(1))
+        std::optional<CTemplateObject> object = ReadTemplateObject(child, templates);
+        if (!object)
             return false;
         instance.subObjects.Add(std::move(*object));
     } else if (kind == id.entity) {
@@ -136,21 +135,19 @@ bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern,
 }
 
 /// Resolves one rule. Null after one line on standard error when it binds objects of two types or
-/// gathers more than CContentCount::kMax parameters and sub-objects.
+/// includes more than the templates' limit.
 std::unique_ptr<CFSMInstance> BuildFSMInstance(const CKvScriptTreeNode& rule,
                                                const CPatternMatches& matches,
-                                               const CTemplateList& templates)
+                                               CTemplateList& templates)
 {
     auto instance = std::make_unique<CFSMInstance>();
     instance->fsmName = rule.GetAttributeValueAsString(KVID::GetSingleton().fsm_name);
 
     CTextSet excluded;
-    CContentCount count;
     for (int i = 0; i < rule.GetChildCount(); ++i) {
-        if (!ReadRulePart(*rule.GetChild(i), templates, *instance, excluded, count)) {
-            std::fprintf(stderr,
-                         "ERROR : rule '%s' holds more than %lld parameters and sub-objects\n",
-                         instance->fsmName.GetText(), static_cast<long long>(CContentCount::kMax));
+        if (!ReadRulePart(*rule.GetChild(i), templates, *instance, excluded)) {
+            std::fprintf(stderr, "ERROR : rule '%s' includes too many parameters and sub-objects\n",
+                         instance->fsmName.GetText());
             return nullptr;
         }
     }
@@ -175,7 +172,7 @@ CKvArray<CFSMInstance*>* ChooseList(const CKvScriptTreeNode& rule, const CFSMIns
 }  // namespace
 
 bool ResolveGameRules(const CKvScriptTreeNode& root, const CKvArray<CMovable>& movables,
-                      const CTemplateList& templates, CFSMInstanceLists& instances)
+                      CTemplateList& templates, CFSMInstanceLists& instances)
 {
     const CPatternMatches matches(root, movables);
     for (int i = 0; i < root.GetChildCount(); ++i) {

@@ -9,7 +9,8 @@ class CTemplateList;
 
 /// Resolves all rules below a "game_rule_list" root into the lists.
 ///
-/// Errors: false after the message of the rule that failed; the instances before it stay.
+/// Errors: false after one line on standard error when a rule binds objects of two types or the
+///         templates' inclusions exceed their limit; the instances before it stay.
 [[nodiscard]] bool ResolveGameRules(const CKvScriptTreeNode& root,
-                                    const CKvArray<CMovable>& movables,
-                                    const CTemplateList& templates, CFSMInstanceLists& instances);
+                                    const CKvArray<CMovable>& movables, CTemplateList& templates,
+                                    CFSMInstanceLists& instances);

@@ -1,6 +1,5 @@
 #include "tool/TemplateObject.h"
 
-#include <new>
 #include <utility>
 #include <vector>
 
@@ -39,22 +38,23 @@ CTemplateObject& CTemplateObject::operator=(CTemplateObject&& other) noexcept
     return *this;
 }
 
+/// Takes the nested lists apart one by one, so that destroying needs neither stack nor memory. The
+/// list that is left while another one is taken apart waits in that one's first leaf, which is
+/// destroyed last.
 CTemplateObject::~CTemplateObject()
 {
-    if (subObjects.IsEmpty())
-        return;
-    try {
-        std::vector<CKvArray<CTemplateObject>> pending;
-        pending.push_back(std::move(subObjects));
-        while (!pending.empty()) {
-            CKvArray<CTemplateObject> objects = std::move(pending.back());
-            pending.pop_back();
-            for (CTemplateObject& object : objects) {
-                if (!object.subObjects.IsEmpty())
-                    pending.push_back(std::move(object.subObjects));
-            }
+    CKvArray<CTemplateObject> objects = std::move(subObjects);
+    while (!objects.IsEmpty()) {
+        CKvArray<CTemplateObject> nested = std::move(objects[objects.GetCount() - 1].subObjects);
+        objects.RemoveLast();
+        if (nested.IsEmpty())
+            continue;
+        if (!objects.IsEmpty()) {
+            CTemplateObject* leaf = &nested[0];
+            while (!leaf->subObjects.IsEmpty())
+                leaf = &leaf->subObjects[0];
+            leaf->subObjects = std::move(objects);
         }
-    } catch (const std::bad_alloc&) {
-        // Without memory for the list, what is left is destroyed level by level on the stack.
+        objects = std::move(nested);
     }
 }

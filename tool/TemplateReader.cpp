@@ -25,24 +25,50 @@ CPlace StartObject(const CKvScriptTreeNode& node)
 }
 
 /// Reads one child that is no sub-object.
-bool ReadPart(const CKvScriptTreeNode& child, const CTemplateList& templates,
-              CTemplateObject& object, CContentCount& count)
+bool ReadPart(const CKvScriptTreeNode& child, CTemplateList& templates, CTemplateObject& object)
 {
     const KVID& id = KVID::GetSingleton();
     if (child.GetIdentifier() == id.template_)
-        return IncludeTemplate(child, templates, object.parameters, object.subObjects, count);
-    if (child.GetIdentifier() != id.parameter)
-        return true;
-    object.parameters.Add(ReadTemplateParameter(child));
-    return count.Add(1);
+        return IncludeTemplate(child, templates, object.parameters, object.subObjects);
+    if (child.GetIdentifier() == id.parameter)
+        object.parameters.Add(ReadTemplateParameter(child));
+    return true;
+}
+
+struct CContentCount
+{
+    std::int64_t parameters = 0;
+    std::int64_t values = 0;
+    std::int64_t subObjects = 0;
+};
+
+CContentCount CountContent(const CTemplateObject& object)
+{
+    CContentCount count;
+    std::vector<const CTemplateObject*> pending = {&object};
+    while (!pending.empty()) {
+        const CTemplateObject& current = *pending.back();
+        pending.pop_back();
+        count.parameters += current.parameters.GetCount();
+        count.subObjects += current.subObjects.GetCount();
+        for (const CTemplateParameter& parameter : current.parameters)
+            count.values += parameter.values.GetCount();
+        for (const CTemplateObject& subObject : current.subObjects)
+            pending.push_back(&subObject);
+    }
+    return count;
 }
 
 }  // namespace
 
-void CTemplateList::Add(CTemplateObject&& object, std::int64_t contentCount)
+bool CTemplateList::Add(CTemplateObject&& object)
 {
+    const CContentCount count = CountContent(object);
+    if (count.parameters + count.subObjects > kMaxContent)
+        return false;
     m_lastOfName[object.name.GetText()] = m_entries.GetCount();
-    m_entries.Add({std::move(object), contentCount});
+    m_entries.Add({std::move(object), count.parameters + count.values + count.subObjects});
+    return true;
 }
 
 const CTemplateList::CEntry* CTemplateList::Find(const TKvString<char>& name) const
@@ -51,29 +77,32 @@ const CTemplateList::CEntry* CTemplateList::Find(const TKvString<char>& name) co
     return found != m_lastOfName.end() ? &m_entries[found->second] : nullptr;
 }
 
+bool CTemplateList::CountInclusion(const CEntry& included)
+{
+    m_included += included.includedCount;
+    return m_included <= kMaxIncluded;
+}
+
 bool ReadTemplateList(const CKvScriptTreeNode& root, CTemplateList& templates)
 {
+    const KVID& id = KVID::GetSingleton();
     for (int i = 0; i < root.GetChildCount(); ++i) {
         const CKvScriptTreeNode& child = *root.GetChild(i);
-        if (child.GetIdentifier() != KVID::GetSingleton().template_)
+        if (child.GetIdentifier() != id.template_)
             continue;
-        CContentCount count;
-        std::optional<CTemplateObject> object = ReadTemplateObject(child, templates, count);
-        if (!object) {
+        std::optional<CTemplateObject> object = ReadTemplateObject(child, templates);
+        if (!object || !templates.Add(std::move(*object))) {
             std::fprintf(stderr,
-                         "ERROR : template '%s' holds more than %lld parameters and sub-objects\n",
-                         child.GetAttributeValueAsString(KVID::GetSingleton().name).GetText(),
-                         static_cast<long long>(CContentCount::kMax));
+                         "ERROR : template '%s' holds too many parameters and sub-objects\n",
+                         child.GetAttributeValueAsString(id.name).GetText());
             return false;
         }
-        templates.Add(std::move(*object), count.Get());
     }
     return true;
 }
 
 std::optional<CTemplateObject> ReadTemplateObject(const CKvScriptTreeNode& node,
-                                                  const CTemplateList& templates,
-                                                  CContentCount& count)
+                                                  CTemplateList& templates)
 {
     std::vector<CPlace> path;
     path.push_back(StartObject(node));
@@ -86,10 +115,8 @@ std::optional<CTemplateObject> ReadTemplateObject(const CKvScriptTreeNode& node,
                 return finished;
             path.back().object.subObjects.Add(std::move(finished));
         } else if (child->GetIdentifier() == KVID::GetSingleton().sub_object) {
-            if (!count.Add(1))
-                return std::nullopt;
             path.push_back(StartObject(*child));
-        } else if (!ReadPart(*child, templates, path.back().object, count)) {
+        } else if (!ReadPart(*child, templates, path.back().object)) {
             return std::nullopt;
         }
     }
@@ -115,15 +142,15 @@ CTemplateParameter ReadTemplateParameter(const CKvScriptTreeNode& node)
     return parameter;
 }
 
-bool IncludeTemplate(const CKvScriptTreeNode& node, const CTemplateList& templates,
+bool IncludeTemplate(const CKvScriptTreeNode& node, CTemplateList& templates,
                      CKvArray<CTemplateParameter>& parameters,
-                     CKvArray<CTemplateObject>& subObjects, CContentCount& count)
+                     CKvArray<CTemplateObject>& subObjects)
 {
     const CTemplateList::CEntry* included =
         templates.Find(node.GetAttributeValueAsString(KVID::GetSingleton().name));
     if (included == nullptr)
         return true;
-    if (!count.Add(included->contentCount))
+    if (!templates.CountInclusion(*included))
         return false;
     for (const CTemplateParameter& parameter : included->object.parameters)
         parameters.Add(parameter);

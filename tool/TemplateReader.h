@@ -11,65 +11,61 @@
 
 class CKvScriptTreeNode;
 
-/// Counts what one template or one rule gathers. Templates that include each other double at each
-/// line, so that a few lines could fill any memory.
-class CContentCount
-{
-public:
-    /// The most parameters and sub-objects, nested and included ones counted.
-    static constexpr std::int64_t kMax = 1'000'000;
-
-    /// False once the count exceeds kMax.
-    [[nodiscard]] bool Add(std::int64_t count)
-    {
-        m_count += count;
-        return m_count <= kMax;
-    }
-    std::int64_t Get() const { return m_count; }
-
-private:
-    std::int64_t m_count = 0;
-};
-
 /// All templates in the order in which they were read, with a look-up by name.
+///
+/// Templates that include each other double at each line, so that a few lines could fill any
+/// memory. Two limits stop that; what documents spell out themselves is bounded by their size.
 class CTemplateList
 {
 public:
+    /// The most parameters and sub-objects of one template, nested and included ones counted.
+    static constexpr std::int64_t kMaxContent = 1'000'000;
+
+    /// The most parameters, their values and sub-objects that all inclusions of a run may copy.
+    static constexpr std::int64_t kMaxIncluded = 10'000'000;
+
     struct CEntry
     {
         CTemplateObject object;
-        std::int64_t contentCount = 0;
+
+        /// Its parameters, their values and sub-objects, nested ones counted.
+        std::int64_t includedCount = 0;
     };
 
-    void Add(CTemplateObject&& object, std::int64_t contentCount);
+    /// Errors: false, with nothing added, when the template exceeds kMaxContent.
+    [[nodiscard]] bool Add(CTemplateObject&& object);
 
     /// The last template whose name is equal, case and all; or null.
     const CEntry* Find(const TKvString<char>& name) const;
 
+    /// Counts one more inclusion. False once all of them exceed kMaxIncluded.
+    [[nodiscard]] bool CountInclusion(const CEntry& included);
+
 private:
     CKvArray<CEntry> m_entries;
     std::unordered_map<std::string, int> m_lastOfName;
+    std::int64_t m_included = 0;
 };
 
 /// Reads the children "template" of a "template_list" root, each of which can include those before.
 ///
-/// Errors: false after one line on standard error when a template holds more than
-///         CContentCount::kMax parameters and sub-objects.
+/// Errors: false after one line on standard error when a template exceeds a limit of the list.
 [[nodiscard]] bool ReadTemplateList(const CKvScriptTreeNode& root, CTemplateList& templates);
 
 /// Reads a node "template" or "sub_object" with all that it holds and includes.
 ///
-/// Errors: nothing when \a count exceeds its maximum.
+/// Errors: nothing when its inclusions exceed the list's limit.
 std::optional<CTemplateObject> ReadTemplateObject(const CKvScriptTreeNode& node,
-                                                  const CTemplateList& templates,
-                                                  CContentCount& count);
+                                                  CTemplateList& templates);
 
+/// Reads a node "parameter": a single value from its attribute "value", else a list with the
+/// "value" of each child.
 CTemplateParameter ReadTemplateParameter(const CKvScriptTreeNode& node);
 
 /// Appends copies of the parameters and sub-objects of the template that a node "template" names;
 /// an unknown name adds nothing.
 ///
-/// Errors: false, with nothing appended, when \a count exceeds its maximum.
-[[nodiscard]] bool IncludeTemplate(const CKvScriptTreeNode& node, const CTemplateList& templates,
+/// Errors: false, with nothing appended, when the inclusions exceed the list's limit.
+[[nodiscard]] bool IncludeTemplate(const CKvScriptTreeNode& node, CTemplateList& templates,
                                    CKvArray<CTemplateParameter>& parameters,
-                                   CKvArray<CTemplateObject>& subObjects, CContentCount& count);
+                                   CKvArray<CTemplateObject>& subObjects);

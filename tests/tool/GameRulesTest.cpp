@@ -177,20 +177,35 @@ TEST_F(GameRulesFailureTest, TemplatesThatDoubleAreStoppedBeforeTheyFillTheMemor
 {
     WriteLevel("");
     WriteRules("");
-    std::string templates = R"(<template name="t0"><parameter name="p" value="1"/></template>)";
-    for (int i = 1; i <= 60; ++i) {
-        std::string include("<template name=\"t");
-        include.append(std::to_string(i - 1)).append("\"/>");
-        templates.append("<template name=\"t").append(std::to_string(i)).append("\">");
-        templates.append(include).append(include).append("</template>");
-    }
-    WriteTemplates(1, templates);
-    ExpectFailure(Arguments(), kBanner,
-                  "ERROR : template 't20' holds more than 1000000 parameters and sub-objects\n");
+    // The content of t0 decides which limit is met: parameters count one by one, values do not.
+    const auto writeDoubling = [&](const std::string& content, int count) {
+        std::string templates =
+            R"(<template name="t0"><parameter name="p">)" + content + "</parameter></template>";
+        for (int i = 1; i <= count; ++i) {
+            std::string include("<template name=\"t");
+            include.append(std::to_string(i - 1)).append("\"/>");
+            templates.append("<template name=\"t").append(std::to_string(i)).append("\">");
+            templates.append(include).append(include).append("</template>");
+        }
+        WriteTemplates(1, templates);
+    };
+    const auto expectTooMany = [&](const std::string& what) {
+        ExpectFailure(Arguments(), kBanner,
+                      "ERROR : " + what + " too many parameters and sub-objects\n");
+    };
+    writeDoubling("", 60);
+    expectTooMany("template 't20' holds");
 
-    WriteTemplates(1, templates.substr(0, templates.find("<template name=\"t20\"")));
-    WriteRules(R"(<simple_fsm_create fsm_name="f"><template name="t19"/><template name="t19"/>)"
-               "</simple_fsm_create>");
-    ExpectFailure(Arguments(), kBanner,
-                  "ERROR : rule 'f' holds more than 1000000 parameters and sub-objects\n");
+    std::string values;
+    for (int i = 0; i < 1000; ++i)
+        values += "<v/>";
+    writeDoubling(values, 60);
+    expectTooMany("template 't13' holds");
+
+    writeDoubling("", 19);
+    std::string rule = R"(<simple_fsm_create fsm_name="f">)";
+    for (int i = 0; i < 20; ++i)
+        rule += R"(<template name="t19"/>)";
+    WriteRules(rule + "</simple_fsm_create>");
+    expectTooMany("rule 'f' includes");
 }
