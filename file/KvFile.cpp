@@ -39,7 +39,7 @@ bool IsAtStartOfEmptyFile(CKvFile& file)
 
 CKvFile& CKvFile::operator=(const CKvFile& other)
 {
-    if (m_handle == other.m_handle)
+    if (this == &other || m_handle == other.m_handle)
         return *this;  // a copy that comes back must not close what it shares
     if (m_ownsHandle && m_handle != nullptr)
         FileSystem::Close(m_handle);

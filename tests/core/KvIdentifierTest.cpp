@@ -63,6 +63,11 @@ TEST_F(KvIdentifierTest, ANameIsTheCrcOfItsFoldedTextAndKeepsTheTextInLowerCase)
         EXPECT_STREQ(CKvIdentifier(row.crc).DebugString().GetText(), row.registered);
     }
     EXPECT_EQ(CKvIdentifier(static_cast<const char*>(nullptr)), CKvIdentifier());
+
+    // Value and text together are taken unchecked; the text is registered under its own value.
+    EXPECT_EQ(CKvIdentifier(7, "Entity").GetCrc64(), 7U);
+    EXPECT_EQ(Registered(7), "<none>");
+    EXPECT_EQ(Registered(0xDDCE3513DB69AB0D), "entity");
     EXPECT_TRUE(s_warnings.empty());
 }
 
@@ -115,14 +120,6 @@ TEST_F(KvIdentifierTest, AValueWithoutTextShowsItsDigitsAndWarns)
     EXPECT_EQ(s_warnings, (std::vector<std::string>{start + "0123456789abcdef>\n",
                                                     start + "0123456789abcdef>\n",
                                                     start + "ffffffffffffffff>\n"}));
-}
-
-TEST_F(KvIdentifierTest, AnIdentifierOfValueAndTextTakesBothAndRegistersTheTextUnderItsOwnValue)
-{
-    const CKvIdentifier odd(7, "Entity");
-    EXPECT_EQ(odd.GetCrc64(), 7U);
-    EXPECT_EQ(Registered(7), "<none>");
-    EXPECT_EQ(Registered(0xDDCE3513DB69AB0D), "entity");
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/KvPlatform.h"
+#include "tests/support/KvTemporaryFolder.h"
 
 namespace {
 
@@ -44,10 +45,7 @@ protected:
     void SetUp() override
     {
         m_before = fs::current_path();
-        m_folder =
-            fs::temp_directory_path() / ("kv-log-test-" + std::to_string(KvPlatformRandomSeed()));
-        fs::create_directory(m_folder);
-        fs::current_path(m_folder);
+        fs::current_path(m_folder.Path());
         s_debuggerText.clear();
         KvPlatformSetDebugOutput([](const char* line) { s_debuggerText += line; });
     }
@@ -58,21 +56,17 @@ protected:
         KvLogSetMasks({});
         KvPlatformSetDebugOutput(nullptr);
         fs::current_path(m_before);
-        fs::remove_all(m_folder);
     }
 
-    /// The content of a log file, or "absent".
-    static std::string Content(const std::string& fileName)
+    /// The content of a log file.
+    std::string Content(const std::string& fileName) const
     {
-        std::ifstream file(fs::path("_logs") / fileName, std::ios::binary);
-        if (!file)
-            return "absent";
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        return m_folder.Read("_logs/" + fileName);
     }
 
 private:
     fs::path m_before;
-    fs::path m_folder;
+    CKvTemporaryFolder m_folder;
 };
 
 TEST_F(KvLogTest, EachMessageReachesTheFilesOfItsLevels)

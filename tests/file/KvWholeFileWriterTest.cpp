@@ -55,17 +55,11 @@ TEST_F(KvWholeFileWriterTest, TheNewContentAppearsWithTheCommitAndNotBefore)
         EXPECT_EQ(writer.Commit(), EError::CloseFailed);
         EXPECT_EQ(m_folder.Names(), Names{"file"});
     }
-}
-
-TEST_F(KvWholeFileWriterTest, WhatIsNotCommittedIsDiscarded)
-{
-    const std::string path = m_folder.Write("file", "old");
     {
-        CKvWholeFileWriter writer;
-        ASSERT_EQ(writer.Open(ToString(path), EMode::WriteBinary), EError::Success);
-        EXPECT_EQ(CKvFileSystemUnCached::Write(writer.GetHandle(), "new", 3), 3);
+        CKvWholeFileWriter abandoned;
+        ASSERT_EQ(abandoned.Open(ToString(path), EMode::WriteBinary), EError::Success);
     }
-    EXPECT_EQ(m_folder.Read("file"), "old");
+    EXPECT_EQ(m_folder.Read("file"), "new");
     EXPECT_EQ(m_folder.Names(), Names{"file"});
 }
 
