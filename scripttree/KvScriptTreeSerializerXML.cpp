@@ -131,8 +131,7 @@ bool CKvScriptTreeSerializerXML::LoadXmlFromFileHandle(CKvScriptTree& tree, CKvF
         text.SetLength(size);
         if (text.GetBuffer() == nullptr || file.Read(text.GetBuffer(), size) != size)
             return false;
-        // Behind a zero byte the parser would not look: such a file is damaged, not shorter.
-        return text.GetLength() == size && Parse(tree, text);
+        return Parse(tree, text);  // up to a zero byte, where texts end
     });
 }
 
@@ -167,10 +166,11 @@ bool CKvScriptTreeSerializerXML::Save(CKvScriptTree& tree, const TKvString<char>
         if (writer.Open(path, EKvFileSystemOpenMode::WriteText) != EKvFileSystemError::Success)
             return false;
         TKvString<char> text;
-        if (tree.GetRootNode() != nullptr && !Dump(tree, text))
+        const bool dumped = Dump(tree, text);
+        if (!dumped && tree.GetRootNode() != nullptr)
             return false;
         CKvFile(writer.GetHandle()).Write(text.GetText(), text.GetLength());
-        return writer.Commit() == EKvFileSystemError::Success && tree.GetRootNode() != nullptr;
+        return writer.Commit() == EKvFileSystemError::Success && dumped;
     });
 }
 

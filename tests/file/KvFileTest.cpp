@@ -27,8 +27,8 @@ struct Values
     int s32 = 0;
     unsigned int u32 = 0;
     float f32 = 0;
-    long long s64 = 0;
-    unsigned long long u64 = 0;
+    std::int64_t s64 = 0;
+    std::uint64_t u64 = 0;
 
     bool operator==(const Values&) const = default;
 

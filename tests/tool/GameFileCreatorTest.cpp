@@ -145,17 +145,20 @@ TEST_F(GameFileCreatorTest, BothSeparatorsNameTheSameFiles)
 TEST_F(GameFileCreatorTest, AnOutputThatCannotBeWrittenFailsAndLeavesTheOldOne)
 {
     ExpectFailure({"a.level", "a.gamerules", "missing/a.game", "", "", "LE"}, kBanner + m_list, "");
-    ExpectFailure({"a.level", "a.gamerules", "/dev/full", "", "", "LE"}, kBanner + m_list, "");
     ExpectFailure({"a.level", "a.gamerules", ".", "", "", "LE"}, kBanner + m_list, "");
 
     m_folder.Write("a.game", "old");
     std::filesystem::permissions(m_folder.Path("a.game"), std::filesystem::perms::owner_read);
     std::filesystem::permissions(m_folder.Path(), std::filesystem::perms::all);
     CKvProcessOptions options;
-    options.userId = 65534;  // root would be allowed to write it
-    const CKvProcessResult result = Run(Arguments(), options);
-    EXPECT_EQ(result.status, 255);
+    options.userId = 65534;  // root would be allowed to write the one and to replace the other
+    EXPECT_EQ(Run(Arguments(), options).status, 255);
     EXPECT_EQ(m_folder.Read("a.game"), "old");
+    const CKvProcessResult full =
+        Run({"a.level", "a.gamerules", "/dev/full", "", "", "LE"}, options);
+    EXPECT_EQ(full.status, 255);
+    EXPECT_EQ(full.standardOutput, kBanner + m_list);
+    EXPECT_EQ(full.standardError, "");
 }
 
 TEST_F(GameFileCreatorTest, AReaderOfTheListThatLeavesEarlyDoesNotCostTheOutput)
