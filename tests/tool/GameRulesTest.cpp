@@ -202,10 +202,8 @@ TEST_F(GameRulesFailureTest, TemplatesThatDoubleAreStoppedBeforeTheyFillTheMemor
     writeDoubling(values, 60);
     expectTooMany("template 't13' holds");
 
-    writeDoubling("", 19);
-    std::string rule = R"(<simple_fsm_create fsm_name="f">)";
-    for (int i = 0; i < 20; ++i)
-        rule += R"(<template name="t19"/>)";
-    WriteRules(rule + "</simple_fsm_create>");
+    writeDoubling(values, 11);
+    const std::string twice = R"(<template name="t11"/><template name="t11"/>)";
+    WriteRules(R"(<simple_fsm_create fsm_name="f">)" + twice + twice + "</simple_fsm_create>");
     expectTooMany("rule 'f' includes");
 }
