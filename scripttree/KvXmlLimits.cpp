@@ -237,8 +237,8 @@ const char* CXmlWalker::ReadDeclaration(const char* p)
     return p;
 }
 
-/// From '<' to behind '>'. The element is open afterwards unless its tag ended with "/>". The parser
-/// keeps the element even when it fails to read its tag.
+/// From '<' to behind '>'. The element is open afterwards unless its tag ended with "/>". The
+/// parser keeps the element even when it fails to read its tag.
 const char* CXmlWalker::ReadStartTag(const char* p)
 {
     m_extent.depth = std::max(m_extent.depth, static_cast<int>(m_open.size()) + 1);

@@ -312,6 +312,7 @@ TEST(KvScriptTreeSerializerTMLTest, PromisesOfMoreThanTheImageHoldsTakeNoMemory)
         CImage().Name("level").U32(0).U32(1000000).Name("child").U32(0).U32(0).U32(0).Bytes(),
     };
     CKvScriptTree tree;
+    ASSERT_TRUE(LoadBytes(tree, SampleImage())) << "and the vocabulary is registered now";
     for (std::string image : images) {
         CKvAllocationWatch watch;
         const bool loaded = Serializer().LoadTmlFromMemory(tree, image.data(),
