@@ -34,7 +34,7 @@ Node WithValue(const char* text)
     return node;
 }
 
-/// a(b{value='1'}(c{value='2'} d{value='3'}) e B{value='4'}(c))
+/// a(b{value='1'}(c{value='2'} d{value='3'}'t') e B{value='4'}(c))
 OwnedNode MakeFamily()
 {
     OwnedNode a(new Node(Id("a")));
@@ -42,6 +42,7 @@ OwnedNode MakeFamily()
     b->AddAttribute(Attribute(kValue, "1"));
     b->AddNewChild(Id("c"))->AddAttribute(Attribute(kValue, "2"));
     b->AddNewChild(Id("d"))->AddAttribute(Attribute(kValue, "3"));
+    b->GetChild(1)->SetText("t");
     a->AddNewChild(Id("e"));
     Node* secondB = a->AddNewChild(Id("B"));
     secondB->AddAttribute(Attribute(kValue, "4"));
@@ -49,7 +50,7 @@ OwnedNode MakeFamily()
     return a;
 }
 
-constexpr const char* kFamily = "a(b{value='1'}(c{value='2'} d{value='3'}) e b{value='4'}(c))";
+constexpr const char* kFamily = "a(b{value='1'}(c{value='2'} d{value='3'}'t') e b{value='4'}(c))";
 
 TEST(KvScriptTreeNodeTest, NumbersAndTruthAreReadFromTheText)
 {
@@ -292,19 +293,20 @@ TEST(KvScriptTreeNodeTest, CopiesAreDeepWhereverTheSourceStands)
         {"nothing", [](Node&) {}, kFamily},
         {"copy of another node, behind the own children",
          [](Node& a) { a.GetChild(2)->Copy(a.GetChild(0)); },
-         "a(b{value='1'}(c{value='2'} d{value='3'}) e b{value='1'}(c c{value='2'} d{value='3'}))"},
+         "a(b{value='1'}(c{value='2'} d{value='3'}'t') e b{value='1'}(c c{value='2'} "
+         "d{value='3'}'t'))"},
         {"copy of itself", [](Node& a) { a.GetChild(2)->Copy(a.GetChild(2)); },
-         "a(b{value='1'}(c{value='2'} d{value='3'}) e b{value='4'}(c c))"},
+         "a(b{value='1'}(c{value='2'} d{value='3'}'t') e b{value='4'}(c c))"},
         {"copy of a child", [](Node& a) { a.Copy(a.GetChild(2)); },
-         "b{value='4'}(b{value='1'}(c{value='2'} d{value='3'}) e b{value='4'}(c) c)"},
+         "b{value='4'}(b{value='1'}(c{value='2'} d{value='3'}'t') e b{value='4'}(c) c)"},
         {"copy of the parent", [](Node& a) { a.GetChild(1)->Copy(&a); },
-         "a(b{value='1'}(c{value='2'} d{value='3'}) "
-         "a(b{value='1'}(c{value='2'} d{value='3'}) e b{value='4'}(c)) b{value='4'}(c))"},
+         "a(b{value='1'}(c{value='2'} d{value='3'}'t') "
+         "a(b{value='1'}(c{value='2'} d{value='3'}'t') e b{value='4'}(c)) b{value='4'}(c))"},
         {"assignment of itself", [](Node& a) { a = *&a; }, kFamily},
         {"assignment of a grandchild", [](Node& a) { a = *a.GetChild(0)->GetChild(1); },
-         "d{value='3'}"},
+         "d{value='3'}'t'"},
         {"assignment of the parent", [](Node& a) { *a.GetChild(0) = a; },
-         "a(a(b{value='1'}(c{value='2'} d{value='3'}) e b{value='4'}(c)) e b{value='4'}(c))"},
+         "a(a(b{value='1'}(c{value='2'} d{value='3'}'t') e b{value='4'}(c)) e b{value='4'}(c))"},
     };
     for (const auto& row : rows) {
         const OwnedNode family = MakeFamily();

@@ -299,20 +299,37 @@ TEST(KvScriptTreeSerializerTMLTest, DamagedImagesLoadOrLeaveTheTreeAsItWas)
     EXPECT_FALSE(Serializer().LoadTmlFromMemory(tree, nullptr, 0x80000000U));
 }
 
-TEST(KvScriptTreeSerializerTMLTest, ChainedPromisesTakeNoMoreMemoryThanTheImageDeserves)
+TEST(KvScriptTreeSerializerTMLTest, PromisesOfMoreThanTheImageHoldsTakeNoMemory)
 {
-    constexpr std::uint32_t kNodes = 2000;
-    CImage image;
-    for (std::uint32_t left = kNodes; left-- > 0;)
-        image.Name("level").U32(0).U32(left);  // each by itself could be true
-    std::string bytes = image.U32(0).Bytes();
+    CImage chain;  // of nodes that each promise as many children as would by themselves fit
+    chain.Name("level").U32(0).U32(1);
+    for (std::uint32_t left = 2000; left-- > 0;)
+        chain.Name("level").U32(0).U32(left);
+    const std::string images[] = {
+        chain.U32(0).Bytes(),
+        CImage().Name("level").U32(1000000).U32(0).Name("a").U32(2).U32(7).Bytes(),
+        CImage().Name("level").U32(0).U32(1000000).Name("child").U32(0).U32(0).U32(0).Bytes(),
+    };
     CKvScriptTree tree;
-    CKvAllocationWatch watch;
-    const bool loaded =
-        Serializer().LoadTmlFromMemory(tree, bytes.data(), static_cast<unsigned int>(bytes.size()));
-    watch.Stop();
-    EXPECT_FALSE(loaded);
-    EXPECT_LT(watch.GetTotalBytes(), 16 * bytes.size());
+    ASSERT_TRUE(LoadBytes(tree, SampleImage())) << "and the vocabulary is registered now";
+    for (std::string image : images) {
+        CKvAllocationWatch watch;
+        const bool loaded = Serializer().LoadTmlFromMemory(tree, image.data(),
+                                                           static_cast<unsigned int>(image.size()));
+        watch.Stop();
+        EXPECT_FALSE(loaded);
+        EXPECT_LT(watch.GetTotalBytes(), 16 * image.size() + 1024);
+    }
+}
+
+TEST(KvScriptTreeSerializerTMLTest, OnlyKnownTypeCodesLoad)
+{
+    for (const std::uint32_t type : {0U, 5U, 6U, 0x01000000U}) {
+        CImage image;
+        image.Name("level").U32(1).U32(0).Name("a").U32(type).U32(0).U32(0).U32(0);
+        CKvScriptTree tree;
+        EXPECT_FALSE(LoadBytes(tree, image.Bytes())) << type;
+    }
 }
 
 TEST(KvScriptTreeSerializerTMLTest, AMillionLevelsLoadAndSaveWithoutStack)
@@ -397,17 +414,6 @@ TEST(KvScriptTreeSerializerTMLTest, AFailedSaveSaysSoAndKeepsTheOldFile)
         EXPECT_GE(failing, swap ? 20 : 5) << "begin, writes, close and commit can fail";
     }
     CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
-}
-
-TEST(KvScriptTreeSerializerTMLTest, TheFormatHasNoTextForm)
-{
-    CKvScriptTree tree;
-    MakeOldTree(tree);
-    TKvString<char> text("untouched");
-    EXPECT_FALSE(Serializer().Parse(tree, "<a/>"));
-    EXPECT_FALSE(Serializer().Dump(tree, text));
-    EXPECT_EQ(TreeText(tree), kOldTree);
-    EXPECT_EQ(text, "untouched");
 }
 
 }  // namespace

@@ -108,13 +108,6 @@ TEST(KvScriptTreeSerializerXMLTest, TheParsersOddWaysStayAsTheyAre)
     });
 }
 
-TEST(KvScriptTreeSerializerXMLTest, AttributesFromAFileAreStrings)
-{
-    CKvScriptTree tree;
-    ASSERT_TRUE(Serializer().Parse(tree, "<a x='1'/>"));
-    EXPECT_EQ(tree.GetRootNode()->GetAttribute(0), CKvScriptTreeAttribute(Id("x"), "1"));
-}
-
 TEST(KvScriptTreeSerializerXMLTest, ATextOfTheTreeItselfCanBeParsed)
 {
     CKvScriptTree tree;
@@ -165,6 +158,8 @@ TEST(KvScriptTreeSerializerXMLTest, ASavedTreeLoadsAgain)
     EXPECT_EQ(folder.Read("a.xml"), text.GetText());
     EXPECT_TRUE(Serializer().Load(loaded, path.c_str()));
     EXPECT_EQ(*loaded.GetRootNode(), *tree.GetRootNode());
+    EXPECT_EQ(loaded.GetRootNode()->GetAttribute(0), CKvScriptTreeAttribute(Id("version"), "2"))
+        << "attributes from a file are strings";
 }
 
 TEST(KvScriptTreeSerializerXMLTest, OnlyADocumentThatWasReadWholeTouchesTheTree)
@@ -311,7 +306,7 @@ TEST(KvScriptTreeSerializerXMLTest, ParseSurvivesEveryFailingAllocationWithoutLe
         EXPECT_EQ(parsed, !failed) << failing;
         EXPECT_EQ(isEmpty, failed) << failing;
     }
-    EXPECT_GT(failing, 20);
+    EXPECT_GT(failing, 10);
     EXPECT_EQ(leaks, parserLeaks);
 }
 

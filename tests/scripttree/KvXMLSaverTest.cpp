@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/support/KvFaultyDisk.h"
+#include "tests/support/KvFullDevice.h"
 #include "tests/support/KvTemporaryFolder.h"
 
 namespace {
@@ -56,11 +57,13 @@ TEST(KvXMLSaverTest, TheStackIsBoundedAtBothEnds)
     EXPECT_TRUE(saver.save(folder.Path("a.xml").c_str()));
     EXPECT_EQ(folder.Read("a.xml"), expected);
 
-    saver.clear();
-    saver.clear();
-    saver.beginSection("late");
-    saver.endSection();
-    EXPECT_FALSE(saver.save(folder.Path("a.xml").c_str()));
+    CKvXMLSaver cleared;
+    cleared.beginSection("a");
+    cleared.clear();
+    cleared.clear();
+    cleared.beginSection("late");
+    cleared.addValue("late", 1);
+    EXPECT_FALSE(cleared.save(folder.Path("a.xml").c_str()));
     EXPECT_EQ(folder.Read("a.xml"), expected);
 }
 
@@ -68,6 +71,7 @@ TEST(KvXMLSaverTest, AFailedSaveSaysSoAndKeepsTheOldFile)
 {
     CKvXMLSaver saver;
     saver.beginSection("a");
+    EXPECT_NE(KvSaveToFullDevice([&](const char* path) { return saver.save(path); }), true);
     EXPECT_FALSE(saver.save("/nowhere/at/all.xml"));
 
     const CKvTemporaryFolder folder;

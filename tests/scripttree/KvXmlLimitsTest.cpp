@@ -19,6 +19,8 @@
 
 namespace {
 
+using std::string_literals::operator""s;
+
 constexpr std::size_t kPadding = 3;
 
 /// The text with its terminator and the zero bytes that the parser needs behind it, and no more.
@@ -56,6 +58,38 @@ CKvXmlExtent MeasureDocument(const TiXmlDocument& document)
     return extent;
 }
 
+/// The pieces between the '|'.
+std::vector<std::string> Split(const std::string& pieces)
+{
+    std::vector<std::string> split(1);
+    for (const char c : pieces) {
+        if (c == '|')
+            split.emplace_back();
+        else
+            split.back() += c;
+    }
+    return split;
+}
+
+const std::vector<std::string> kPrologs = Split(
+    "\xEF\xBB\xBF|<?xml version='1.0'?>|<?xml version=\"1.0\" encoding=\"UTF-8\" "
+    "standalone='yes'?>\n|"
+    "<?XML encoding='utf8x'>|<?xml encoding='latin-1'?>|<?xml encoding='&#0;'?>|"
+    "<?xml encoding=\"\"?>|<?xml-stylesheet encoding=UTF-8 ?>|<?xml '>' encoding?>|"
+    " <!-- <a> --> |<!DOCTYPE a>|<![CDATA[<a>]]>|<?pi?>");
+const std::vector<std::string> kNames =
+    Split("a|b|ab|_|a:b-c.d|xml|\xC3\xA9|\x7F|\xF0\x9F\x98\x80|\xFF");
+const std::vector<std::string> kCharacters = Split(
+    "t| |\r\n|\t\v\f|>|]]>|=|/|;|x|#|--|&amp;|&lt;|&gt;|&quot;|&apos;|&foo;|&#65;|&#x41;|&#0;|&#x;|"
+    "&#;|&#x10FFFF;|&|\xC3\xA9|\xE2\x82\xAC|\xF0\x9F\x98\x80|\xC0|\x80|\xF5|\xEF\xBB\xBF|"
+    "\xEF\xBF\xBE|\xEF\xBF\xBF");
+const std::vector<std::string> kMarkup = Split(
+    "<![CDATA[<a>]]>|<![CDATA[]]>|<![cdata[|<!-- </a> -->|<!-->-->|<!|<!ELEMENT a>|"
+    "<?xml encoding='UTF-8'?>|<?xml encoding='x' />|<?pi <a ?>|< a>|<1>|<_/>");
+const std::vector<std::string> kBroken = Split(
+    "<|</|<a|<a |/>|<a b|<a b=|<a>|</a>|</ a|<a b='|\"|'|<![CDATA[|<!--|-->|&#x|&#1x;|&#65|<?xml|"
+    "<\xEF\xBB\xBF|<\xEF\xBB\xBF_>|\xC3|\xE2|\xF0|\xF4\x8F|\xEF|\0"s);
+
 /// Makes documents from fragments that each mean something to the parser.
 class CDocumentMaker
 {
@@ -86,10 +120,9 @@ private:
     int Below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
     bool OneIn(int count) { return Below(count) == 0; }
 
-    template <std::size_t N>
-    const std::string& Pick(const std::string (&from)[N])
+    const std::string& Pick(const std::vector<std::string>& from)
     {
-        return from[static_cast<std::size_t>(Below(static_cast<int>(N)))];
+        return from[static_cast<std::size_t>(Below(static_cast<int>(from.size())))];
     }
 
     void AddContent(std::string& text)
@@ -162,100 +195,6 @@ private:
                 text.replace(at, size, 1, static_cast<char>(Below(256)));
         }
     }
-
-    // Fragments with a zero byte are built from one, which a literal would end at.
-    static inline const std::string kZero = std::string(1, '\0');
-    static inline const std::string kPrologs[] = {
-        "\xEF\xBB\xBF",
-        "<?xml version='1.0'?>",
-        "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone='yes'?>\n",
-        "<?XML encoding='utf8x'>",
-        "<?xml encoding='latin-1'?>",
-        "<?xml encoding='&#0;'?>",
-        "<?xml encoding=\"\"?>",
-        "<?xml-stylesheet encoding=UTF-8 ?>",
-        "<?xml '>' encoding?>",
-        " <!-- <a> --> ",
-        "<!DOCTYPE a>",
-        "<![CDATA[<a>]]>",
-        "<?pi?>"};
-    static inline const std::string kNames[] = {
-        "a", "b", "ab", "_", "a:b-c.d", "xml", "\xC3\xA9", "\x7F", "\xF0\x9F\x98\x80", "\xFF"};
-    static inline const std::string kCharacters[] = {"t",
-                                                     " ",
-                                                     "\r\n",
-                                                     "\t\v\f",
-                                                     ">",
-                                                     "]]>",
-                                                     "=",
-                                                     "/",
-                                                     ";",
-                                                     "x",
-                                                     "#",
-                                                     "\xC3\xA9",
-                                                     "\xE2\x82\xAC",
-                                                     "&amp;",
-                                                     "&lt;",
-                                                     "&gt;",
-                                                     "&foo;",
-                                                     "&#65;",
-                                                     "&#x41;",
-                                                     "&#x10FFFF;",
-                                                     "&#0;",
-                                                     "&#x;",
-                                                     "&#;",
-                                                     "&",
-                                                     "\xC0",
-                                                     "\x80",
-                                                     "\xF0\x9F\x98\x80",
-                                                     "\xF5",
-                                                     "&apos;",
-                                                     "&quot;",
-                                                     "--",
-                                                     "\xEF\xBB\xBF",
-                                                     "\xEF\xBF\xBE",
-                                                     "\xEF\xBF\xBF"};
-    static inline const std::string kMarkup[] = {"<![CDATA[<a>]]>",
-                                                 "<![CDATA[]]>",
-                                                 "<![cdata[",
-                                                 "<!-- </a> -->",
-                                                 "<!-->-->",
-                                                 "<!",
-                                                 "<!ELEMENT a>",
-                                                 "<?xml encoding='UTF-8'?>",
-                                                 "<?xml encoding='x' />",
-                                                 "<?pi <a ?>",
-                                                 "< a>",
-                                                 "<1>",
-                                                 "<_/>"};
-    static inline const std::string kBroken[] = {"<",
-                                                 "</",
-                                                 "<a",
-                                                 "<a ",
-                                                 "/>",
-                                                 "<a b",
-                                                 "<a b=",
-                                                 "<a>",
-                                                 "</a>",
-                                                 "</ a",
-                                                 "<a b='",
-                                                 "\"",
-                                                 "'",
-                                                 "<![CDATA[",
-                                                 "<!--",
-                                                 "-->",
-                                                 "&#x",
-                                                 "&#1x;",
-                                                 "&#65",
-                                                 "<\xEF\xBB\xBF",
-                                                 "<\xEF\xBB\xBF_>",
-                                                 "\xC3",
-                                                 "\xE2",
-                                                 "\xF0",
-                                                 "\xF4\x8F",
-                                                 "\xEF",
-                                                 "<?xml",
-                                                 kZero};
 
     std::mt19937 m_random;
 };
@@ -355,7 +294,7 @@ TEST(KvXmlLimitsTest, ParsesUpToTheLimitsAndRefusesWhatGoesBeyond)
         {"a million levels", Nested(1000000), false},
         {"the deepest level an empty element", Repeat("<a>", 4000) + "<a/>", false},
         {"levels hidden in values", Repeat("<a x=\"</\">", 60000), false},
-        {"levels hidden in comments", "<a>" + Repeat("<!--<a>-->", 60000) + "</a>", true},
+        {"levels hidden in comments", "<a>" + Repeat("<!--<a>-->", 5000) + "</a>", true},
         {"10,000 attributes", WithAttributes(10000), true},
         {"10,001 attributes", WithAttributes(10001), false},
         {"a million attributes", WithAttributes(1000000), false},
