@@ -1,10 +1,25 @@
 #include "core/KvId.h"
 
+namespace {
+
+struct CWord
+{
+    CKvIdentifier KVID::*member;
+    const char* text;
+};
+
+constexpr CWord kVocabulary[] = {
+#define KV_ID(member) {&KVID::member, #member},
+#define KV_ID_AS(member, text) {&KVID::member, text},
+#include "core/KvIdVocabulary.inc"
+};
+
+}  // namespace
+
 KVID::KVID()
 {
-#define KV_ID(member) member.Set(#member);
-#define KV_ID_AS(member, text) member.Set(text);
-#include "core/KvIdVocabulary.inc"
+    for (const CWord& word : kVocabulary)
+        (this->*word.member).Set(word.text);
 }
 
 const KVID& KVID::GetSingleton()
