@@ -43,7 +43,7 @@ private:
     const TKvCrcEntries<Word>* m_active = nullptr;
 };
 
-////////////////////////////////////////////////////////////////////////////////////////////////////
+// ------------------------------------------------------------------------------------------------
 
 template <typename Word>
 TKvCrcTable<Word>& TKvCrcTable<Word>::operator=(const TKvCrcTable& other)

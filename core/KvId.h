@@ -5,6 +5,10 @@
 
 #include "core/KvIdentifier.h"
 
+/// One public member for each text, in the vocabulary's order: KVID::GetSingleton().entity is the
+/// identifier of "entity".
+///
+/// Ownership: the members' texts are the manager's; after its Release() they dangle.
 class KVID
 {
 public:

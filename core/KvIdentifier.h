@@ -10,9 +10,8 @@
 
 /// A plain value. Fields stand in the documented order.
 ///
-/// Ownership: the text belongs to the manager and is valid until its Release(); with the
-/// constructor
-///            from a CRC and a text it is the caller's.
+/// Ownership: the text is the manager's and valid until its Release(); with the constructor from a
+///            CRC and a text it is the caller's.
 class CKvIdentifier
 {
 public:
@@ -51,9 +50,8 @@ public:
     /// without registered text gives "<empty>" and logs a warning.
     const char* DebugCString() const;
 
-    /// The registered text. A value without one gives "CRC<" + sixteen upper-case hexadecimal
-    /// digits
-    /// + ">" and logs a warning.
+    /// The registered text. A value without one gives "CRC<0123456789ABCDEF>", always with sixteen
+    /// upper-case digits, and logs a warning.
     TKvString<char> DebugString() const;
 
     /// The identifier of this identifier's text followed by \a suffix. Where this text is not

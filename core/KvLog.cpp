@@ -18,18 +18,18 @@ constexpr std::size_t kPathCapacity = 256;
 /// The longest name whose six paths all fit: "_logs\NAME_profile.log" and its terminator.
 constexpr std::size_t kMaxNameLength = kPathCapacity - sizeof "_logs\\_profile.log";
 
-struct LevelRow
+struct CLevelRow
 {
     ELogLevel level;
     const char* tag;
     const char* fileSuffix;
 };
 
-constexpr std::array<LevelRow, 5> kLevels = {{{ELogLevel::Info, "[   INFO] ", "info"},
-                                              {ELogLevel::Profile, "[PROFILE] ", "profile"},
-                                              {ELogLevel::Warning, "[WARNING] ", "warning"},
-                                              {ELogLevel::Error, "[  ERROR] ", "error"},
-                                              {ELogLevel::Fatal, "[  FATAL] ", "fatal"}}};
+constexpr std::array<CLevelRow, 5> kLevels = {{{ELogLevel::Info, "[   INFO] ", "info"},
+                                               {ELogLevel::Profile, "[PROFILE] ", "profile"},
+                                               {ELogLevel::Warning, "[WARNING] ", "warning"},
+                                               {ELogLevel::Error, "[  ERROR] ", "error"},
+                                               {ELogLevel::Fatal, "[  FATAL] ", "fatal"}}};
 
 CKvLogMasks s_masks;
 std::FILE* s_mainFile = nullptr;
@@ -42,7 +42,7 @@ constexpr bool HasAny(unsigned int mask, Bits bits)
 }
 
 /// One line under construction: appends until only the line feed and the terminator still fit.
-class LogLine
+class CLogLine
 {
 public:
     /// Two blanks a unit, none for a negative count.
@@ -111,7 +111,7 @@ std::FILE* OpenLogFile(const char* name, const char* separator, const char* suff
     return file;
 }
 
-void WriteLine(std::FILE* file, const LogLine& line)
+void WriteLine(std::FILE* file, const CLogLine& line)
 {
     if (file != nullptr)
         KvPlatformDisk().writeStream(file, line.GetText(), line.GetLength());
@@ -147,10 +147,10 @@ void KvLog(ELogLevel level, ELogType type, int indent, const char* format, ...)
     if (!HasAny(s_masks.levels, level) || !HasAny(s_masks.types, type))
         return;
 
-    LogLine line;
+    CLogLine line;
     const CKvLocalTime now = KvPlatformLocalTime();
     line.AppendFormat("%02d:%02d:%02d ", now.hour, now.minute, now.second);
-    for (const LevelRow& row : kLevels)
+    for (const CLevelRow& row : kLevels)
         if (row.level == level)
             line.AppendFormat("%s", row.tag);
     line.AppendIndent(indent);

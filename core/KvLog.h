@@ -22,7 +22,7 @@ constexpr ELogLevel operator|(ELogLevel left, ELogLevel right)
 /// Which area a message comes from. Bits; a host may use the others for areas of its own.
 enum class ELogType : unsigned int
 {
-    /// Identifiers whose texts clash, and reports of resource pools.
+    /// Identifiers without a registered text, and reports of resource pools.
     Identifier = 0x2,
     /// Scans of resource folders that failed.
     ResourceScan = 0x4,
@@ -46,6 +46,8 @@ struct CKvLogMasks
     unsigned int outputs = 3;
 };
 
+/// Replaces the masks of the whole process; they hold for every later message, whatever KvLogInit()
+/// and KvLogRelease() do. The masks at the start come back with KvLogSetMasks({}).
 void KvLogSetMasks(const CKvLogMasks& masks);
 
 /// Closes what is open, then creates "_logs" in the current folder and starts its six files afresh:

@@ -11,15 +11,6 @@ std::size_t Length(const T* text)
     return text != nullptr ? std::char_traits<T>::length(text) : 0;
 }
 
-template <typename T>
-std::size_t BoundedLength(const T* text, int limit)
-{
-    int length = 0;
-    while (text != nullptr && length < limit && text[length] != T())
-        ++length;
-    return static_cast<std::size_t>(length);
-}
-
 const char* FindText(const char* text, const char* needle)
 {
     return std::strstr(text, needle);
@@ -50,7 +41,7 @@ TKvString<T>::TKvString(const T* text) : m_text(Duplicate(text, Length(text)))
 
 template <typename T>
 TKvString<T>::TKvString(const T* text, int maxLength)
-    : m_text(Duplicate(text, BoundedLength(text, maxLength)))
+    : m_text(Duplicate(text, kvStrnlen(text, static_cast<std::size_t>(std::max(maxLength, 0)))))
 {
 }
 
@@ -82,8 +73,9 @@ void TKvString<T>::SetLength(int length)
         Adopt(nullptr);
         return;
     }
-    T* const buffer = new T[static_cast<std::size_t>(length) + 1]();
-    std::char_traits<T>::copy(buffer, GetText(), BoundedLength(m_text, length));
+    const auto capacity = static_cast<std::size_t>(length);
+    T* const buffer = new T[capacity + 1]();
+    std::char_traits<T>::copy(buffer, GetText(), kvStrnlen(GetText(), capacity));
     Adopt(buffer);
 }
 

@@ -41,16 +41,6 @@ int Compare(const T* first, const T* second, std::size_t count, Fold fold)
     return 0;
 }
 
-/// The length of a text of which only the first \a limit units may be looked at.
-template <typename T>
-unsigned BoundedLength(const T* text, unsigned limit)
-{
-    unsigned length = 0;
-    while (length < limit && text[length] != T())
-        ++length;
-    return length;
-}
-
 /// \a mayCut says whether a text that does not fit leaves its beginning behind, or nothing.
 template <typename T>
 bool CopyUnits(T* dst, unsigned dstSize, const T* src, unsigned count, bool mayCut)
@@ -64,11 +54,11 @@ bool CopyUnits(T* dst, unsigned dstSize, const T* src, unsigned count, bool mayC
     if (src == nullptr)
         return false;
 
-    const unsigned length = BoundedLength(src, std::min(count, dstSize));
+    const std::size_t length = kvStrnlen(src, std::min(count, dstSize));
     const bool fits = length < dstSize;
     if (!fits && !mayCut)
         return false;
-    const unsigned copied = fits ? length : dstSize - 1;
+    const std::size_t copied = fits ? length : dstSize - 1;
     std::char_traits<T>::copy(dst, src, copied);
     dst[copied] = T();
     return fits;

@@ -27,6 +27,16 @@ template <typename T>
     return length < INT_MAX ? static_cast<int>(length) : INT_MAX;
 }
 
+/// The units before the terminator, of which only the first \a limit are looked at; 0 for null.
+template <typename T>
+[[nodiscard]] constexpr std::size_t kvStrnlen(const T* text, std::size_t limit)
+{
+    std::size_t length = 0;
+    while (text != nullptr && length < limit && text[length] != T())
+        ++length;
+    return length;
+}
+
 /// -1, 0 or 1; the shorter of two texts that start alike sorts first.
 [[nodiscard]] inline int kvStrcmp(const char* first, const char* second)
 {

@@ -18,9 +18,8 @@ int kvDecodeUTF8ToUCS2(const char* src, wchar_t* dst, int maxUnits);
 ///
 /// Units:  gives the bytes produced; \a maxBytes is their largest number, -1 for no limit. A null
 ///         \a dst only counts.
-/// Errors: the encoding ends before the first unit that does not fit whole. 0 for null and the
-/// empty
-///         text.
+/// Errors: the encoding ends before the first unit that does not fit whole; 0 for null and the
+///         empty text.
 int kvEncodeUCS2ToUTF8(const wchar_t* src, char* dst, int maxBytes);
 
 /// Widens each byte (0x00 to 0xFF) to one unit and writes a terminator behind the last one.

@@ -7,6 +7,10 @@
 
 #include "file/KvFileHandle.h"
 
+/// A handle, shared with the copies of the object: they move the same position and must not be used
+/// once the handle is closed.
+///
+/// Ownership: the object that opened the handle closes it when destroyed; copies never do.
 class CKvFile
 {
 public:
@@ -22,11 +26,14 @@ public:
 
     virtual ~CKvFile();
 
-    /// Errors: AlreadyOpen when a handle is held, which stays; else as
-    /// CKvFileSystemUnCached::Open().
+    /// Opens a file, as CKvFileSystemUnCached::Open() does.
+    ///
+    /// Errors: AlreadyOpen when a handle is held, which stays; else those of the file system.
     [[nodiscard]] EKvFileSystemError Open(const TKvString<char>& path, EKvFileSystemOpenMode mode,
                                           bool useBigFiles);
 
+    /// Closes the handle, also one that was handed in.
+    ///
     /// Errors: CloseFailed when no handle is held, or when closing or any write before it failed.
     EKvFileSystemError Close();
 
@@ -35,10 +42,18 @@ public:
     /// None without handle.
     EKvFileSystemOpenMode GetOpenMode() const;
 
+    /// Bytes from the start; -1 without handle or when the stream has no such position.
     int GetPos() const;
+
+    /// Move the position by \a offset bytes from the start, the current position or the end; beyond
+    /// the end is allowed. A seek that the stream refuses leaves the position where it was.
+    ///
+    /// Errors: false only without a handle that can have a position; GetPos() tells the rest.
     bool SeekFromStart(int offset);
     bool SeekFromCurrent(int offset);
     bool SeekFromEnd(int offset);
+
+    /// Bytes in the file; 0 without handle, for a stream without size and for 2 GiB or more.
     int GetSize() const;
 
     /// Gives the bytes read; 0 for a size below 1.
@@ -47,8 +62,14 @@ public:
     /// Gives \a size, or 0 when the write failed.
     int Write(const void* data, int size);
 
+    /// Read and write before they return.
+    ///
+    /// Errors: ReadFailed or WriteFailed without handle or when not all bytes went; Busy while the
+    ///         handle's status is not idle.
     EKvFileSystemError AsyncRead(void* buffer, int size);
     EKvFileSystemError AsyncWrite(const void* data, int size);
+
+    /// Nothing is ever pending.
     EKvFileSystemError AsyncWait() { return EKvFileSystemError::Success; }
 
     /// Typed reads. Errors: ReadFailed when fewer bytes came; the rest of the value is then zero.

@@ -5,6 +5,7 @@
 
 #include "core/KvString.h"
 
+/// A path as a value: it holds the text as given, which need not name anything.
 class CKvFilePath
 {
 public:
@@ -33,8 +34,13 @@ public:
     /// separator dir is empty; without dot ext is empty.
     void extractPath(TKvString<char>& dir, TKvString<char>& name, TKvString<char>& ext) const;
 
+    /// The dir of extractPath(), with its separator.
     TKvString<char> getFilePath() const;
+
+    /// The name of extractPath(), without extension.
     TKvString<char> getFileName() const;
+
+    /// The ext of extractPath(), without dot.
     TKvString<char> getFileExt() const;
 
     /// All that follows the last separator, as it stands.

@@ -7,6 +7,8 @@
 
 class CKvFileHandleStdPC;
 
+/// Functions over handles; there are no objects of it. Nothing is cached but what the streams of
+/// the host buffer.
 class CKvFileSystemUnCached
 {
 public:

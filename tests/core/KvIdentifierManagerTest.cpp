@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <string>
 #include <vector>
 
 #include "core/KvIdentifier.h"
@@ -13,73 +12,50 @@ namespace {
 
 using Crcs = std::vector<std::uint64_t>;
 
-class KvIdentifierManagerTest : public testing::Test
+TEST(KvIdentifierManagerTest, TheFirstTextOfAValueStays)
 {
-protected:
-    void SetUp() override { m_manager.Release(); }
-    void TearDown() override { m_manager.Release(); }
+    const CKvIdentifierHashEntry impostor("Impostor", 0xDDCE3513DB69AB0D);
+    CKvIdentifierManager::GetInstance().Release();
+    EXPECT_TRUE(CKvIdentifierManager::GetInstance().Insert(impostor));
+    EXPECT_STREQ(CKvIdentifier("entity").DebugCString(), "Impostor");
+}
 
-    void Insert(const Crcs& crcs)
-    {
-        for (const std::uint64_t crc : crcs)
-            EXPECT_TRUE(m_manager.Insert(CKvIdentifierHashEntry("x", crc))) << crc;
-    }
-
-    Crcs InSlotOrder()
-    {
+TEST(KvIdentifierManagerTest, SlotsAreProbedUpwardsAndDoubleWhenTheTableIsAQuarterFull)
+{
+    CKvIdentifierManager& manager = CKvIdentifierManager::GetInstance();
+    manager.Release();
+    const auto insert = [&](std::uint64_t crc) { return manager.Insert({"text", crc}); };
+    const auto inSlotOrder = [&] {
         CKvArray<const CKvIdentifierHashEntry*> entries;
-        m_manager.ListInSlotOrder(entries);
+        manager.ListInSlotOrder(entries);
         Crcs crcs;
         for (const CKvIdentifierHashEntry* entry : entries)
             crcs.push_back(entry->crc);
         return crcs;
-    }
+    };
 
-    CKvIdentifierManager& m_manager = CKvIdentifierManager::GetInstance();
-};
-
-TEST_F(KvIdentifierManagerTest, TheFirstTextOfAValueStays)
-{
-    const std::uint64_t entity = 0xDDCE3513DB69AB0D;
-    EXPECT_TRUE(m_manager.Insert(CKvIdentifierHashEntry("Impostor", entity)));
-    EXPECT_FALSE(m_manager.Insert(CKvIdentifierHashEntry("late", entity)));
-    m_manager.CheckCrc64ForUniqueness("entity", false);
-    EXPECT_STREQ(CKvIdentifier("entity").DebugCString(), "Impostor");
-
-    EXPECT_TRUE(m_manager.Insert(CKvIdentifierHashEntry("", 5)));
-    EXPECT_STREQ(m_manager.FindNameForCrc64(5), "");
-    EXPECT_EQ(InSlotOrder().size(), 2U);
-
-    m_manager.Release();
-    EXPECT_EQ(m_manager.FindNameForCrc64(5), nullptr);
-    EXPECT_STREQ(CKvIdentifier("entity").DebugCString(), "entity");
-}
-
-TEST_F(KvIdentifierManagerTest, ProbingGoesUpFromTheLowBitsAndWrapsRound)
-{
-    Insert({0x100000007, 255, 511, 0, 7, 8});
-    EXPECT_EQ(InSlotOrder(), (Crcs{511, 0, 0x100000007, 7, 8, 255}));
-}
-
-TEST_F(KvIdentifierManagerTest, The65thEntryDoublesTheTableAndMovesTheOthersInSlotOrder)
-{
-    // Of 256 slots, 511 takes the last and 1023 wraps round to slot 0; 256 shares slot 1 with 1.
-    Insert({511, 1023, 257, 1});
-    Crcs filling;
-    for (std::uint64_t crc = 10; crc < 70; ++crc)
-        filling.push_back(crc);
-    Insert(filling);
+    // Of 256 slots, 511 takes the last and 1023 wraps round to slot 0; 257 and 1 share slot 1.
     Crcs expected = {1023, 257, 1};
-    expected.insert(expected.end(), filling.begin(), filling.end());
+    for (const std::uint64_t crc : {511, 1023, 257, 1})
+        EXPECT_TRUE(insert(crc));
+    for (std::uint64_t crc = 10; crc < 70; ++crc) {
+        EXPECT_TRUE(insert(crc));
+        expected.push_back(crc);
+    }
     expected.push_back(511);
-    EXPECT_EQ(InSlotOrder(), expected);
+    EXPECT_EQ(inSlotOrder(), expected);
 
-    // Of 512 slots, 1023 moves first and takes the last; 511 now wraps round; 257 has its own.
-    Insert({70});
-    expected = {511, 1};
-    expected.insert(expected.end(), filling.begin(), filling.end());
-    expected.insert(expected.end(), {70, 257, 1023});
-    EXPECT_EQ(InSlotOrder(), expected);
+    // The 65th insertion doubles the table even when it is refused. Of 512 slots, 1023 moves first
+    // and takes the last; 511 now wraps round; 257 has its own.
+    EXPECT_FALSE(insert(1));
+    expected.erase(expected.begin(), expected.begin() + 2);
+    expected.insert(expected.begin(), 511);
+    expected.back() = 257;
+    expected.push_back(1023);
+    EXPECT_EQ(inSlotOrder(), expected);
+    EXPECT_TRUE(insert(70));
+    expected.insert(expected.end() - 2, 70);
+    EXPECT_EQ(inSlotOrder(), expected);
 }
 
 // Any bits of a CRC can be made equal for as many names as one likes, as it is linear.
