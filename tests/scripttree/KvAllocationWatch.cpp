@@ -9,78 +9,44 @@ namespace {
 
 CKvAllocationWatch* s_watch = nullptr;
 
-/// The blocks that were allocated under the watch and are still there, the last one last. A fixed
-/// table, since keeping it must not allocate.
+/// The blocks that were allocated under the watch and are still there. A fixed table, since keeping
+/// it must not allocate.
 std::array<void*, 10000> s_blocks;
 std::size_t s_blockCount = 0;
 
-void Remember(void* block)
-{
-    if (s_blockCount == s_blocks.size())
-        std::abort();
-    s_blocks[s_blockCount++] = block;
-}
-
-/// Most blocks go soon after they came.
-void Forget(const void* block)
-{
-    for (std::size_t i = s_blockCount; i-- > 0;) {
-        if (s_blocks[i] == block) {
-            s_blocks[i] = s_blocks[--s_blockCount];
-            return;
-        }
-    }
-}
-
 }  // namespace
-
-struct CKvAllocationHooks
-{
-    static void* Allocate(std::size_t size)
-    {
-        if (s_watch != nullptr && ++s_watch->m_count == s_watch->m_failing)
-            throw std::bad_alloc();
-        void* block = std::malloc(std::max<std::size_t>(size, 1));
-        if (block == nullptr)
-            throw std::bad_alloc();
-        if (s_watch != nullptr) {
-            s_watch->m_totalBytes += size;
-            Remember(block);
-        }
-        return block;
-    }
-
-    static void Free(void* block)
-    {
-        if (s_watch != nullptr)
-            Forget(block);
-        std::free(block);
-    }
-};
 
 void* operator new(std::size_t size)
 {
-    return CKvAllocationHooks::Allocate(size);
+    if (s_watch != nullptr && ++s_watch->count == s_watch->failing)
+        throw std::bad_alloc();
+    void* block = std::malloc(std::max<std::size_t>(size, 1));
+    if (block == nullptr)
+        throw std::bad_alloc();
+    if (s_watch != nullptr) {
+        s_watch->totalBytes += size;
+        s_blocks.at(s_blockCount++) = block;
+    }
+    return block;
 }
 
 void operator delete(void* block) noexcept
 {
-    CKvAllocationHooks::Free(block);
+    void** const end = s_blocks.data() + s_blockCount;
+    void** const found = std::find(s_blocks.data(), end, block);
+    if (found != end)
+        *found = s_blocks[--s_blockCount];
+    std::free(block);
 }
 
 void operator delete(void* block, std::size_t) noexcept
 {
-    CKvAllocationHooks::Free(block);
+    operator delete(block);
 }
 
-CKvAllocationWatch::CKvAllocationWatch(int failing) : m_failing(failing)
+CKvAllocationWatch::CKvAllocationWatch(int failingNumber) : failing(failingNumber)
 {
     s_watch = this;
-}
-
-CKvAllocationWatch::~CKvAllocationWatch()
-{
-    Stop();
 }
 
 int CKvAllocationWatch::Stop()
