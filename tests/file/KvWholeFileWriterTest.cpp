@@ -30,9 +30,10 @@ EError Rewrite(const std::string& path, const std::string& content = "new")
     const EError error = writer.Open(path.c_str(), EMode::WriteBinary);
     if (error != EError::Success)
         return error;
-    const auto third = static_cast<int>(content.size() / 3);
-    for (int i = 0; i < 3; ++i)
-        CKvFileSystemUnCached::Write(writer.GetHandle(), content.data() + i * third, third);
+    const std::size_t third = content.size() / 3;
+    for (std::size_t i = 0; i < 3; ++i)
+        CKvFileSystemUnCached::Write(writer.GetHandle(), content.data() + i * third,
+                                     static_cast<int>(third));
     return writer.Commit();
 }
 
@@ -112,8 +113,8 @@ TEST_F(KvWholeFileWriterTest, LinksOfBothKindsAndPipesStay)
 
 TEST_F(KvWholeFileWriterTest, WhatCannotBeOpenedIsRefused)
 {
-    const std::string path = m_folder.Write("file", "old");
-    for (const std::string& refused : {m_folder.Path(), path + "/below", std::string()})
+    for (const std::string& refused :
+         {m_folder.Path(), m_folder.Path("absent/file"), std::string()})
         EXPECT_EQ(Rewrite(refused), EError::NotOpened) << refused;
     // The longest name that the disk takes leaves no room for a temporary's.
     EXPECT_EQ(Rewrite(m_folder.Path(std::string(255, 'n'))), EError::Success);
