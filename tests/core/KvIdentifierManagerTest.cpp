@@ -36,7 +36,7 @@ TEST(KvIdentifierManagerTest, SlotsAreProbedUpwardsAndDoubleWhenTheTableIsAQuart
 
     // Of 256 slots, 511 takes the last and 1023 wraps round to slot 0; 257 and 1 share slot 1.
     Crcs expected = {1023, 257, 1};
-    for (const std::uint64_t crc : {511, 1023, 257, 1})
+    for (const std::uint64_t crc : {511U, 1023U, 257U, 1U})
         EXPECT_TRUE(insert(crc));
     for (std::uint64_t crc = 10; crc < 70; ++crc) {
         EXPECT_TRUE(insert(crc));

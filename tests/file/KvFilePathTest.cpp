@@ -24,9 +24,7 @@ TEST(KvFilePathTest, PathsSplitAtTheLastSeparatorAndTheLastDotBehindIt)
 {
     EXPECT_EQ(Split("data/levels\\a.b.level"), "data/levels\\ | a.b | level | a.b.level");
     EXPECT_EQ(Split("data\\levels.d/a"), "data\\levels.d/ | a |  | a");
-    EXPECT_EQ(Split("end."), " | end |  | end.");
     EXPECT_EQ(Split("/.hidden"), "/ |  | hidden | .hidden");
-    EXPECT_EQ(Split("folder\\"), "folder\\ |  |  | ");
 }
 
 TEST(KvFilePathTest, RelativePathsGetTheBaseWithOneSeparator)

@@ -30,9 +30,10 @@ EError Rewrite(const std::string& path, const std::string& content = "new")
     const EError error = writer.Open(path.c_str(), EMode::WriteBinary);
     if (error != EError::Success)
         return error;
-    const auto third = static_cast<int>(content.size() / 3);
-    for (int i = 0; i < 3; ++i)
-        CKvFileSystemUnCached::Write(writer.GetHandle(), content.data() + i * third, third);
+    const std::size_t third = content.size() / 3;
+    for (std::size_t i = 0; i < 3; ++i)
+        CKvFileSystemUnCached::Write(writer.GetHandle(), content.data() + i * third,
+                                     static_cast<int>(third));
     return writer.Commit();
 }
 
@@ -112,8 +113,7 @@ TEST_F(KvWholeFileWriterTest, LinksOfBothKindsAndPipesStay)
 
 TEST_F(KvWholeFileWriterTest, WhatCannotBeOpenedIsRefused)
 {
-    const std::string path = m_folder.Write("file", "old");
-    for (const std::string& refused : {m_folder.Path(), path + "/below", std::string()})
+    for (const std::string& refused : {m_folder.Path(), m_folder.Path("absent/x"), std::string()})
         EXPECT_EQ(Rewrite(refused), EError::NotOpened) << refused;
     // The longest name that the disk takes leaves no room for a temporary's.
     EXPECT_EQ(Rewrite(m_folder.Path(std::string(255, 'n'))), EError::Success);
@@ -148,15 +148,18 @@ TEST_F(KvWholeFileWriterTest, ModesRefuseOrLimitTheWayOfWriting)
 TEST_F(KvWholeFileWriterTest, ModeAndOwnerOfTheFileStay)
 {
     const std::string path = m_folder.Write("file", "old");
-    const unsigned int owner = geteuid() == 0 ? kNobody : geteuid();  // only root gives files away
+    // Only root gives files away, and writes to them without clearing the set-user bit.
+    const bool isRoot = geteuid() == 0;
+    const unsigned int owner = isRoot ? kNobody : geteuid();
+    const unsigned int mode = isRoot ? 04755 : 0705;
     ASSERT_EQ(chown(path.c_str(), owner, static_cast<gid_t>(-1)), 0);
     // Setting the owner clears the set-user bit, so the mode must come after it.
-    ASSERT_EQ(chmod(path.c_str(), 04755), 0);
+    ASSERT_EQ(chmod(path.c_str(), mode), 0);
     EXPECT_EQ(Rewrite(path), EError::Success);
     struct stat status = {};
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, owner);
-    EXPECT_EQ(status.st_mode & 07777, 04755U);
+    EXPECT_EQ(status.st_mode & 07777, mode);
 }
 
 }  // namespace
