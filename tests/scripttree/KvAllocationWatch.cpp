@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "core/KvId.h"
+
 namespace {
 
 CKvAllocationWatch* s_watch = nullptr;
@@ -46,6 +48,7 @@ void operator delete(void* block, std::size_t) noexcept
 
 CKvAllocationWatch::CKvAllocationWatch(int failingNumber) : failing(failingNumber)
 {
+    KVID::GetSingleton();  // made here if nobody has yet: it stays for good
     s_watch = this;
 }
 
