@@ -169,7 +169,7 @@ TEST(KvScriptTreeSerializerTMLTest, PromisesOfMoreThanTheImageHoldsTakeNoMemory)
         chain += level + U32(0) + U32(left);
     const std::string attributes = level + U32(1000000) + U32(0) + level + U32(2) + U32(7);
     for (const std::string& image : {chain, attributes}) {
-        CKvScriptTree tree;
+        CParsedTree tree(kOldXml);  // which registers the vocabulary
         CKvAllocationWatch watch;
         const bool loaded = LoadBytes(tree, image);
         watch.Stop();
