@@ -69,11 +69,13 @@ bool CloseStream(std::FILE* stream)
     return std::fclose(stream) == 0 && written;
 }
 
-/// Creates a file that was not there, beside \a target. Gives the descriptor or -1 with errno set.
+/// Creates a file that was not there, beside \a target. Its name does not build on the target's,
+/// which may be as long as names can be. Gives the descriptor or -1 with errno set.
 int CreateTemporary(const std::string& target, mode_t mode, std::string& temporaryPath)
 {
     for (int attempt = 0; attempt < kTemporaryNameTries; ++attempt) {
-        temporaryPath = target + "." + std::to_string(KvPlatformRandomSeed()) + ".tmp";
+        temporaryPath = target.substr(0, target.rfind('/') + 1) + ".kv-" +
+                        std::to_string(KvPlatformRandomSeed()) + ".tmp";
         const int descriptor =
             open(temporaryPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0 || errno != EEXIST)

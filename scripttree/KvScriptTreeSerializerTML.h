@@ -19,6 +19,7 @@ class CKvScriptTreeSerializerTML
 public:
     virtual ~CKvScriptTreeSerializerTML();
 
+    // What these tell is about text forms; loading and saving files below work all the same.
     virtual bool SupportLoad() const { return false; }
     virtual bool SupportSave() const { return false; }
     virtual bool SupportParse() const { return false; }

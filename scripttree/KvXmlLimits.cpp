@@ -28,9 +28,11 @@ public:
             const bool mark = byte == '-' || byte == '.' || byte == ':';
             const bool start = beyondAscii || std::isalpha(byte) != 0 || byte == '_';
             const bool part = start || std::isalnum(byte) != 0 || mark;
-            m_classes[static_cast<std::size_t>(byte)] =
-                static_cast<unsigned char>((std::isspace(byte) != 0 ? kSpace : 0) |
-                                           (start ? kNameStart : 0) | (part ? kNamePart : 0));
+            const bool plain = byte >= ' ' && byte < 127 && byte != '&' && byte != '<' &&
+                               byte != '"' && byte != '\'';
+            m_classes[static_cast<std::size_t>(byte)] = static_cast<unsigned char>(
+                (std::isspace(byte) != 0 ? kSpace : 0) | (start ? kNameStart : 0) |
+                (part ? kNamePart : 0) | (plain ? kPlain : 0));
         }
     }
 
@@ -38,10 +40,14 @@ public:
     bool IsNameStart(char c) const { return Has(c, kNameStart); }
     bool IsNamePart(char c) const { return Has(c, kNamePart); }
 
+    /// Most of what values and texts are made of: ASCII that means itself wherever it stands.
+    bool IsPlain(char c) const { return Has(c, kPlain); }
+
 private:
     static constexpr int kSpace = 1;
     static constexpr int kNameStart = 2;
     static constexpr int kNamePart = 4;
+    static constexpr int kPlain = 8;
 
     bool Has(char c, int kind) const
     {
@@ -191,7 +197,7 @@ const char* CXmlWalker::ReadCharacter(const char* p) const
 const char* CXmlWalker::ReadQuoted(const char* p, char quote) const
 {
     while (p != nullptr && *p != '\0' && *p != quote)
-        p = ReadCharacter(p);
+        p = m_bytes.IsPlain(*p) ? p + 1 : ReadCharacter(p);
     // The parser takes a value that ends with the document for a failure.
     return p != nullptr && *p != '\0' && p[1] != '\0' ? p + 1 : nullptr;
 }
@@ -223,7 +229,7 @@ const char* CXmlWalker::ReadAttribute(const char* p) const
 const char* CXmlWalker::ReadText(const char* p) const
 {
     while (p != nullptr && *p != '\0' && *p != '<')
-        p = m_bytes.IsSpace(*p) ? p + 1 : ReadCharacter(p);
+        p = m_bytes.IsPlain(*p) || m_bytes.IsSpace(*p) ? p + 1 : ReadCharacter(p);
     return p != nullptr && *p != '\0' && p[1] != '\0' ? p : nullptr;
 }
 

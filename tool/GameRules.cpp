@@ -51,6 +51,7 @@ public:
         for (const CMovable& movable : movables) {
             m_patterns.Search(View(movable.name), [&](int pattern) {
                 m_matches[static_cast<std::size_t>(pattern)].push_back(&movable);
+                return true;
             });
         }
     }
@@ -120,9 +121,7 @@ bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern,
                  const std::vector<const CMovable*>& candidates, CTextSet& excluded)
 {
     for (const CMovable* movable : candidates) {
-        bool isExcluded = false;
-        excluded.Search(View(movable->name), [&](int) { isExcluded = true; });
-        if (isExcluded)
+        if (excluded.OccursIn(View(movable->name)))
             continue;
         if (instance.objectType != MOVABLE_NONE && instance.objectType != movable->type) {
             PrintConflict(instance, pattern, *movable);

@@ -91,10 +91,14 @@ bool ReadTemplateList(const CKvScriptTreeNode& root, CTemplateList& templates)
         if (child.GetIdentifier() != id.template_)
             continue;
         std::optional<CTemplateObject> object = ReadTemplateObject(child, templates);
-        if (!object || !templates.Add(std::move(*object))) {
-            std::fprintf(stderr,
-                         "ERROR : template '%s' holds too many parameters and sub-objects\n",
-                         child.GetAttributeValueAsString(id.name).GetText());
+        const char* fault = nullptr;
+        if (!object)
+            fault = "includes";
+        else if (!templates.Add(std::move(*object)))
+            fault = "holds";
+        if (fault != nullptr) {
+            std::fprintf(stderr, "ERROR : template '%s' %s too many parameters and sub-objects\n",
+                         child.GetAttributeValueAsString(id.name).GetText(), fault);
             return false;
         }
     }

@@ -22,12 +22,23 @@ public:
 
     int GetSize() const { return m_textCount; }
 
-    /// Calls \a found(number) once for each text that occurs in \a name. Nothing occurs in an empty
-    /// name; the empty text occurs in all others.
+    /// Calls \a found(number) once for each text that occurs in \a name, until it gives false.
+    /// Nothing occurs in an empty name; the empty text occurs in all others.
     ///
     /// Cost: linear in the name and in what is found.
     template <class TFound>
     void Search(std::string_view name, TFound found);
+
+    /// Whether any text occurs in \a name.
+    bool OccursIn(std::string_view name)
+    {
+        bool occurs = false;
+        Search(name, [&](int) {
+            occurs = true;
+            return false;
+        });
+        return occurs;
+    }
 
 private:
     /// A place in the trie of all texts: what has been read is the path from the root to it.
@@ -83,7 +94,8 @@ void CTextSet::Search(std::string_view name, TFound found)
             if (node.lastSearch == m_searchCount)
                 break;
             node.lastSearch = m_searchCount;
-            found(node.text);
+            if (!found(node.text))
+                return;
             end = node.textSuffix;
         }
     }

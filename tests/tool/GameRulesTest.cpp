@@ -200,7 +200,7 @@ TEST_F(GameRulesFailureTest, TemplatesThatDoubleAreStoppedBeforeTheyFillTheMemor
     for (int i = 0; i < 1000; ++i)
         values += "<v/>";
     writeDoubling(values, 60);
-    expectTooMany("template 't13' holds");
+    expectTooMany("template 't13' includes");
 
     writeDoubling(values, 11);
     const std::string twice = R"(<template name="t11"/><template name="t11"/>)";
