@@ -53,8 +53,8 @@ public:
     /// Does nothing: the table is made when it is first needed.
     void Initialize() {}
 
-    /// Destroys all entries, those of the vocabulary too, which is not registered again. Text pointers
-    /// of identifiers made before dangle from here on: for the end of a program.
+    /// Destroys all entries, those of the vocabulary too, which is not registered again. Text
+    /// pointers of identifiers made before dangle from here on: for the end of a program.
     void Release();
 
     /// The text registered for \a crc, "" for an entry without text; null when there is no entry.

@@ -52,8 +52,8 @@ public:
     /// "%d" of the bits as a signed number (4294967295 gives "-1"); the type is TYPE_U64.
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, unsigned int value);
 
-    /// "%f", six decimals each, separated by blanks, in storage order. A double is for the caller to
-    /// narrow: 1.5f.
+    /// "%f", six decimals each, separated by blanks, in storage order. A double is for the caller
+    /// to narrow: 1.5f.
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, float value);
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const CKvVector3& value);
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const CKvQuaternion& value);
