@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr uid_t kNobody = 65534;
+
 using CStream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 std::string ReadFromStart(std::FILE* stream)
@@ -49,7 +51,7 @@ int OpenBrokenPipe()
     std::signal(SIGPIPE, SIG_DFL);
     const bool ready = dup2(output, STDOUT_FILENO) >= 0 && dup2(error, STDERR_FILENO) >= 0 &&
                        chdir(folder.c_str()) == 0 &&
-                       (options.userId == 0 || setuid(options.userId) == 0);
+                       (!options.asOrdinaryUser || geteuid() != 0 || setuid(kNobody) == 0);
     if (ready)
         execv(program.c_str(), words.data());
     _exit(127);

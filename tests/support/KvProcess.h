@@ -18,8 +18,8 @@ struct CKvProcessOptions
     /// "NAME=value", besides the environment of the test.
     std::vector<std::string> environment;
 
-    /// Runs as this user, who has no rights of root's; 0 stays who runs the test.
-    unsigned int userId = 0;
+    /// Gives up the rights of root, if the test has them.
+    bool asOrdinaryUser = false;
 
     /// Closes the reading end of standard output before the program starts.
     bool outputReaderIsGone = false;

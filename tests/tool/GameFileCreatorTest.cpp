@@ -151,7 +151,7 @@ TEST_F(GameFileCreatorTest, AnOutputThatCannotBeWrittenFailsAndLeavesTheOldOne)
     std::filesystem::permissions(m_folder.Path("a.game"), std::filesystem::perms::owner_read);
     std::filesystem::permissions(m_folder.Path(), std::filesystem::perms::all);
     CKvProcessOptions options;
-    options.userId = 65534;  // root would be allowed to write the one and to replace the other
+    options.asOrdinaryUser = true;  // root may write the one and replace the other
     EXPECT_EQ(Run(Arguments(), options).status, 255);
     EXPECT_EQ(m_folder.Read("a.game"), "old");
     const CKvProcessResult full =
