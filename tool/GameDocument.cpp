@@ -12,11 +12,6 @@
 
 namespace {
 
-std::string_view View(const TKvString<char>& text)
-{
-    return text.GetText();
-}
-
 /// The parameters that an object gets in addition, with the names that they redefine.
 struct CAppliedOverride
 {
@@ -25,7 +20,7 @@ struct CAppliedOverride
 
     bool Redefines(const CTemplateParameter& parameter) const
     {
-        return names.contains(View(parameter.name));
+        return names.contains(parameter.name.GetText());
     }
 };
 
@@ -36,19 +31,19 @@ public:
     explicit COverrideIndex(const CFSMInstance& instance)
     {
         for (const CObjectOverride& source : instance.overrides) {
-            const auto [place, isFirst] = m_byObject.try_emplace(View(source.objectName));
+            const auto [place, isFirst] = m_byObject.try_emplace(source.objectName.GetText());
             if (!isFirst)
                 continue;
             place->second.parameters = &source.parameters;
             for (const CTemplateParameter& parameter : source.parameters)
-                place->second.names.insert(View(parameter.name));
+                place->second.names.insert(parameter.name.GetText());
         }
     }
 
     /// An empty override when there is none for the object.
     const CAppliedOverride& Find(const TKvString<char>& objectName) const
     {
-        const auto found = m_byObject.find(View(objectName));
+        const auto found = m_byObject.find(objectName.GetText());
         return found != m_byObject.end() ? found->second : m_none;
     }
 

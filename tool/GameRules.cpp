@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,11 +12,6 @@
 #include "tool/TextSet.h"
 
 namespace {
-
-std::string_view View(const TKvString<char>& text)
-{
-    return text.GetText();
-}
 
 bool IsRule(const CKvScriptTreeNode& node)
 {
@@ -44,12 +38,13 @@ public:
     {
         for (int i = 0; i < rules.GetChildCount(); ++i) {
             const CKvScriptTreeNode& rule = *rules.GetChild(i);
-            if (IsRule(rule) && !GetPattern(rule).IsEmpty())
-                m_patterns.Add(View(GetPattern(rule)));
+            const TKvString<char> pattern = IsRule(rule) ? GetPattern(rule) : TKvString<char>();
+            if (!pattern.IsEmpty())
+                m_patterns.Add(pattern.GetText());
         }
         m_matches.resize(static_cast<std::size_t>(m_patterns.GetSize()));
         for (const CMovable& movable : movables) {
-            m_patterns.Search(View(movable.name), [&](int pattern) {
+            m_patterns.Search(movable.name.GetText(), [&](int pattern) {
                 m_matches[static_cast<std::size_t>(pattern)].push_back(&movable);
                 return true;
             });
@@ -59,7 +54,7 @@ public:
     /// In the order of the movables. The pattern is one of the rules'.
     const std::vector<const CMovable*>& Of(const TKvString<char>& pattern) const
     {
-        return m_matches[static_cast<std::size_t>(m_patterns.Find(View(pattern)))];
+        return m_matches[static_cast<std::size_t>(m_patterns.Find(pattern.GetText()))];
     }
 
 private:
@@ -87,7 +82,7 @@ bool ReadRulePart(const CKvScriptTreeNode& child, CTemplateList& templates, CFSM
     const KVID& id = KVID::GetSingleton();
     const CKvIdentifier& kind = child.GetIdentifier();
     if (kind == id.excepted) {
-        excluded.Add(View(child.GetAttributeValueAsString(id.name_include_string)));
+        excluded.Add(child.GetAttributeValueAsString(id.name_include_string).GetText());
     } else if (kind == id.template_) {
         return IncludeTemplate(child, templates, instance.parameters, instance.subObjects);
     } else if (kind == id.parameter) {
@@ -121,7 +116,7 @@ bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern,
                  const std::vector<const CMovable*>& candidates, CTextSet& excluded)
 {
     for (const CMovable* movable : candidates) {
-        if (excluded.OccursIn(View(movable->name)))
+        if (excluded.OccursIn(movable->name.GetText()))
             continue;
         if (instance.objectType != MOVABLE_NONE && instance.objectType != movable->type) {
             PrintConflict(instance, pattern, *movable);

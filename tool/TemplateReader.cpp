@@ -66,8 +66,9 @@ bool CTemplateList::Add(CTemplateObject&& object)
     const CContentCount count = CountContent(object);
     if (count.parameters + count.subObjects > kMaxContent)
         return false;
-    m_lastOfName[object.name.GetText()] = m_entries.GetCount();
+    const int index = m_entries.GetCount();
     m_entries.Add({std::move(object), count.parameters + count.values + count.subObjects});
+    m_lastOfName[m_entries[index].object.name.GetText()] = index;
     return true;
 }
 

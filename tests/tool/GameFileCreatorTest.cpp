@@ -132,16 +132,6 @@ TEST_F(GameFileCreatorTest, AnUnknownEncodingIsReadAsSingleBytes)
     EXPECT_EQ(result.standardOutput, kBanner + "Movable (entity) name = 'door_\xE9'\n");
 }
 
-TEST_F(GameFileCreatorTest, BothSeparatorsNameTheSameFiles)
-{
-    std::filesystem::create_directory(m_folder.Path("sub"));
-    std::filesystem::rename(m_folder.Path("a.level"), m_folder.Path("sub/a.level"));
-    EXPECT_EQ(Run({"sub\\a.level", "a.gamerules", "sub\\one", "", "", "LE"}).status, 0);
-    EXPECT_EQ(Run({"sub/a.level", "a.gamerules", "sub/two", "", "", "LE"}).status, 0);
-    EXPECT_NE(m_folder.Read("sub/one"), "<absent>");
-    EXPECT_EQ(m_folder.Read("sub/one"), m_folder.Read("sub/two"));
-}
-
 TEST_F(GameFileCreatorTest, AnOutputThatCannotBeWrittenFailsAndLeavesTheOldOne)
 {
     ExpectFailure({"a.level", "a.gamerules", "missing/a.game", "", "", "LE"}, kBanner + m_list, "");
