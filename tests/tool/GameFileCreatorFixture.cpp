@@ -1,43 +1,8 @@
 #include "tests/tool/GameFileCreatorFixture.h"
 
 #include "scripttree/KvScriptTree.h"
-#include "scripttree/KvScriptTreeNode.h"
 #include "scripttree/KvScriptTreeSerializerTML.h"
-
-namespace {
-
-std::string Describe(const CKvScriptTreeNode& node);
-
-std::string DescribeChildren(const CKvScriptTreeNode& node, bool withEmpty)
-{
-    std::string text;
-    for (int i = 0; i < node.GetChildCount(); ++i) {
-        const CKvScriptTreeNode& child = *node.GetChild(i);
-        if (!withEmpty && child.GetChildCount() == 0)
-            continue;
-        text += text.empty() ? "" : " ";
-        text += Describe(child);
-    }
-    return text;
-}
-
-std::string Describe(const CKvScriptTreeNode& node)
-{
-    std::string text = node.GetIdentifier().DebugCString();
-    std::string attributes;
-    for (int i = 0; i < node.GetAttributeCount(); ++i) {
-        attributes += attributes.empty() ? "" : ",";
-        attributes += node.GetAttribute(i).GetIdentifier().DebugCString();
-        attributes += std::string("=") + node.GetAttribute(i).GetValue().GetText();
-    }
-    if (!attributes.empty())
-        text.append(1, '(').append(attributes).append(1, ')');
-    if (node.GetChildCount() > 0)
-        text.append(1, '{').append(DescribeChildren(node, true)).append(1, '}');
-    return text;
-}
-
-}  // namespace
+#include "scripttree/KvScriptTreeSerializerXML.h"
 
 void GameFileCreatorFixture::WriteLevel(const std::string& content)
 {
@@ -51,14 +16,17 @@ void GameFileCreatorFixture::WriteRules(const std::string& content)
 
 void GameFileCreatorFixture::WriteTemplates(int number, const std::string& content)
 {
-    const std::string name = std::to_string(number) + ".template";
-    m_folder.Write(name, "<template_list>" + content + "</template_list>");
-    m_templatePaths[static_cast<std::size_t>(number - 1)] = name;
+    m_folder.Write(std::to_string(number) + ".template",
+                   "<template_list>" + content + "</template_list>");
 }
 
 std::vector<std::string> GameFileCreatorFixture::Arguments(const std::string& byteOrder) const
 {
-    return {"a.level", "a.gamerules", "a.game", m_templatePaths[0], m_templatePaths[1], byteOrder};
+    std::vector<std::string> arguments = {"a.level", "a.gamerules", "a.game"};
+    for (const std::string name : {"1.template", "2.template"})
+        arguments.push_back(std::filesystem::exists(m_folder.Path(name)) ? name : "");
+    arguments.push_back(byteOrder);
+    return arguments;
 }
 
 CKvProcessResult GameFileCreatorFixture::Run(const std::vector<std::string>& arguments,
@@ -73,10 +41,10 @@ std::string GameFileCreatorFixture::CreateGame()
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.standardError, "");
     CKvScriptTree game;
-    CKvScriptTreeSerializerTML serializer;
-    if (!serializer.Load(game, m_folder.Path("a.game").c_str()))
-        return "<does not load>";
-    return DescribeChildren(*game.GetRootNode(), false);
+    TKvString<char> text;
+    const bool loaded = CKvScriptTreeSerializerTML().Load(game, m_folder.Path("a.game").c_str());
+    EXPECT_TRUE(loaded && CKvScriptTreeSerializerXML().Dump(game, text));
+    return text.GetText();
 }
 
 void GameFileCreatorFixture::ExpectFailure(const std::vector<std::string>& arguments,

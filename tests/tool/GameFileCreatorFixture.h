@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -23,18 +24,17 @@ protected:
     void WriteLevel(const std::string& content);
     void WriteRules(const std::string& content);
 
-    /// The first or second template file; a run names those that were written.
+    /// The first or second template file; a run names those that are there.
     void WriteTemplates(int number, const std::string& content);
 
-    /// The program's arguments for the documents written so far.
+    /// The program's arguments for the documents in the folder.
     std::vector<std::string> Arguments(const std::string& byteOrder = "LE") const;
 
     CKvProcessResult Run(const std::vector<std::string>& arguments,
                          const CKvProcessOptions& options = {});
     CKvProcessResult Run() { return Run(Arguments()); }
 
-    /// Runs and gives the written document in short form, root "game" left out:
-    /// "entity_list{entity(name=a){...}}", lists without content left out as well.
+    /// Runs and gives the written document as XML.
     std::string CreateGame();
 
     /// A run that must fail with these texts and leave no other file than its inputs.
@@ -42,7 +42,4 @@ protected:
                        const std::string& error);
 
     CKvTemporaryFolder m_folder;
-
-private:
-    std::vector<std::string> m_templatePaths = {"", ""};
 };
