@@ -4,7 +4,7 @@
 
 /// Gets \a path, sent as it is, from \a host and copies the body into \a buffer, without a
 /// terminator. Blocks until the server closes the connection. Every step prints a line on standard
-/// output, the header that came included; its control bytes other than line ends and tabs show
+/// output, the header that came included, whose ISO 8859-1 controls but line ends and tabs show
 /// as '?'.
 ///
 /// A body counts as whole when the connection ends, even if it breaks: the header's Content-Length
