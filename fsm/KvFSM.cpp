@@ -41,6 +41,20 @@ CKvFSM& CKvFSM::operator=(const CKvFSM& other)
     return *this;
 }
 
+CKvFSM::CKvFSM(CKvFSM&& other) noexcept
+{
+    TakeFrom(other);
+}
+
+CKvFSM& CKvFSM::operator=(CKvFSM&& other) noexcept
+{
+    if (this != &other) {
+        Release();
+        TakeFrom(other);
+    }
+    return *this;
+}
+
 CKvFSM::~CKvFSM()
 {
     Release();
@@ -131,4 +145,17 @@ CKvFSMContents& CKvFSM::GetContents()
         m_contents = std::move(contents);
     }
     return *m_contents;
+}
+
+/// For a machine that has just been made or released.
+void CKvFSM::TakeFrom(CKvFSM& other) noexcept
+{
+    m_defaultState = std::exchange(other.m_defaultState, nullptr);
+    m_currentState = std::exchange(other.m_currentState, nullptr);
+    m_states = std::move(other.m_states);
+    m_contents = std::exchange(other.m_contents, nullptr);
+    other.m_isLeaving = false;
+    m_factories = std::exchange(other.m_factories, {});
+    if (m_contents != nullptr)
+        m_contents->Replace(&other, this);
 }

@@ -6,7 +6,7 @@
 // included. Each has its own list, current and default state. But a state belongs to one machine,
 // the one it was added to, and that one changes state when the state's transitions fire, whichever
 // copy is updated; once it lets go, the oldest copy that lists the state takes its place. A machine
-// can so be returned by value or be kept in a growing array.
+// that is moved takes everything with it, so that it can be returned by value or kept in a vector.
 
 #pragma once
 
@@ -34,6 +34,10 @@ public:
     CKvFSM(const CKvFSM& other);
     CKvFSM& operator=(const CKvFSM& other);
 
+    /// Leaves \a other without states and factories.
+    CKvFSM(CKvFSM&& other) noexcept;
+    CKvFSM& operator=(CKvFSM&& other) noexcept;
+
     /// Deletes the states, unless a copy still holds them.
     virtual ~CKvFSM();
 
@@ -46,8 +50,8 @@ public:
     /// there, then changes to the default state if that is one of the machine's. All names mean
     /// what FindState() finds; a default state or a transition with an unknown name is ignored.
     ///
-    /// Errors: false for a document whose root is not "fsm", and when memory is short: what had
-    ///         been read until then stays.
+    /// Errors: false for a document whose root is not "fsm", and when memory is short, for game
+    ///         code too: what had been done until then stays.
     [[nodiscard]] bool LoadFromStream(CKvScriptTree& tree);
 
     /// Writing is not supported: false.
@@ -95,6 +99,7 @@ private:
 
     bool Lists(const CKvFSMState* state) const;
     CKvFSMContents& GetContents();
+    void TakeFrom(CKvFSM& other) noexcept;
 
     void ReadDocument(CKvScriptTreeNode& root);
     void ReadStates(CKvScriptTreeNode& list);

@@ -20,6 +20,15 @@ void CKvFSMContents::Leave(CKvFSM* machine)
     }
 }
 
+void CKvFSMContents::Replace(CKvFSM* machine, CKvFSM* successor) noexcept
+{
+    std::replace(m_machines.begin(), m_machines.end(), machine, successor);
+    for (const auto& state : m_states) {
+        if (state->m_fsm == machine)
+            state->m_fsm = successor;
+    }
+}
+
 bool CKvFSMContents::IsSharedBy(const CKvFSM* machine) const
 {
     return std::find(m_machines.begin(), m_machines.end(), machine) != m_machines.end();

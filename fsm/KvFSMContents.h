@@ -29,6 +29,9 @@ public:
     /// The states of that machine pass to the oldest of the others that lists them.
     void Leave(CKvFSM* machine);
 
+    /// \a successor joins and takes the place of \a machine, and its states.
+    void Replace(CKvFSM* machine, CKvFSM* successor) noexcept;
+
     [[nodiscard]] bool IsSharedBy(const CKvFSM* machine) const;
 
     /// False for a state that other contents hold.

@@ -30,13 +30,11 @@ bool CKvFSM::LoadFromStream(CKvScriptTree& tree)
     CKvScriptTreeNode* const root = tree.GetRootNode();
     if (root == nullptr || root->GetIdentifier() != KVID::GetSingleton().fsm)
         return false;
-    const bool isRead = KvFalseWhenOutOfMemory([&] {
+    return KvFalseWhenOutOfMemory([&] {
         ReadDocument(*root);
+        ChangeState(m_defaultState);
         return true;
     });
-    if (isRead)
-        ChangeState(m_defaultState);
-    return isRead;
 }
 
 void CKvFSM::ReadDocument(CKvScriptTreeNode& root)

@@ -28,6 +28,8 @@ CKvFSMState::CKvFSMState(const CKvFSMState& other)
 
 CKvFSMState& CKvFSMState::operator=(const CKvFSMState& other)
 {
+    if (this == &other)
+        return *this;
     m_transitions = other.m_transitions;
     m_identifier = other.m_identifier;
     if (m_contents == nullptr)
