@@ -13,8 +13,9 @@ class CKvFSMState;
 class CKvScriptTreeNode;
 class CKvTrigger;
 
-/// What is made of the nodes of a document. Each function may be empty and may give null;
-/// the nodes are valid during the call only.
+/// What is made of the nodes of a document. Each function may be empty and may give null; the nodes
+/// are valid during the call only. The calls must not destroy or move the machine, nor set its
+/// factories.
 ///
 /// Ownership: the machine takes what they make.
 struct CKvFSMFactories
