@@ -18,17 +18,23 @@ std::size_t s_blockCount = 0;
 
 }  // namespace
 
-void* operator new(std::size_t size)
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     if (s_watch != nullptr && ++s_watch->count == s_watch->failing)
-        throw std::bad_alloc();
+        return nullptr;
     void* block = std::malloc(std::max<std::size_t>(size, 1));
-    if (block == nullptr)
-        throw std::bad_alloc();
-    if (s_watch != nullptr) {
+    if (s_watch != nullptr && block != nullptr) {
         s_watch->totalBytes += size;
         s_blocks.at(s_blockCount++) = block;
     }
+    return block;
+}
+
+void* operator new(std::size_t size)
+{
+    void* block = operator new(size, std::nothrow);
+    if (block == nullptr)
+        throw std::bad_alloc();
     return block;
 }
 

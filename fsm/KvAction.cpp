@@ -1,0 +1,3 @@
+#include "fsm/KvAction.h"
+
+CKvAction::~CKvAction() = default;

@@ -1,0 +1,5 @@
+#include "fsm/KvTrigger.h"
+
+CKvTrigger::~CKvTrigger() = default;
+
+void CKvTrigger::Initialize(CKvScriptTreeNode* /*node*/) {}
