@@ -1,5 +1,7 @@
 #include "tests/support/KvFaultyDisk.h"
 
+#include "platform/KvPlatformFolders.h"
+
 namespace {
 
 CKvFaultyDisk* s_disk = nullptr;
@@ -16,7 +18,10 @@ struct CKvFaultyDiskOperations
 
     static std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
     {
-        return s_disk->NextFails() ? 0 : KvPlatformHostDisk().readStream(stream, buffer, sizeBytes);
+        if (!s_disk->NextFails())
+            return KvPlatformHostDisk().readStream(stream, buffer, sizeBytes);
+        s_disk->m_damaged.insert(stream);
+        return 0;
     }
 
     static std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
@@ -60,9 +65,53 @@ struct CKvFaultyDiskOperations
         KvPlatformHostDisk().discardReplacement(replacement);
     }
 
+    static bool List(const char* path, bool withTimes, std::vector<CKvFolderEntry>& entries)
+    {
+        entries.clear();
+        return !s_disk->NextFails() && HostFolders().list(path, withTimes, entries);
+    }
+
+    static bool FileTime(const char* path, std::uint64_t& time)
+    {
+        return !s_disk->NextFails() && HostFolders().fileTime(path, time);
+    }
+
+    static bool Create(const char* path)
+    {
+        return !s_disk->NextFails() && HostFolders().create(path);
+    }
+
+    static bool Remove(const char* path)
+    {
+        return !s_disk->NextFails() && HostFolders().remove(path);
+    }
+
+    static bool RemoveFile(const char* path)
+    {
+        return !s_disk->NextFails() && HostFolders().removeFile(path);
+    }
+
+    static bool CopyLink(const char* source, const char* target)
+    {
+        return !s_disk->NextFails() && HostFolders().copyLink(source, target);
+    }
+
+    static bool TakeOverAttributes(std::FILE* source, std::FILE* target)
+    {
+        return !s_disk->NextFails() && HostFolders().takeOverAttributes(source, target);
+    }
+
+    static void ClearReadOnly(const char* path) { HostFolders().clearReadOnly(path); }
+
+    static const CKvFolderOperations& HostFolders() { return *KvPlatformHostDisk().folders; }
+
+    static constexpr CKvFolderOperations kFolders = {
+        &List,     &FileTime,           &Create,       &Remove, &RemoveFile,
+        &CopyLink, &TakeOverAttributes, &ClearReadOnly};
+
     static constexpr CKvDiskOperations kTable = {
-        &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,        &TellStream,
-        &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement};
+        &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,         &TellStream,
+        &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement, &kFolders};
 };
 
 CKvFaultyDisk::CKvFaultyDisk(int failing, EFaults faults) : m_failing(failing), m_faults(faults)
