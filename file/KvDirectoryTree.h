@@ -11,8 +11,7 @@
 /// files first, then the directories from the last to the first.
 ///
 /// \a clearAttributes lets the owner write to each file first, for disks that keep others.
-/// Errors: always true. What cannot be removed stays, and the rest goes on. An empty \a dir names
-///         no tree: nothing is removed.
+/// Errors: always true. What cannot be removed stays, and the rest goes on.
 bool KvRemoveDirectoryRecursively(const TKvString<char>& dir, bool clearAttributes);
 
 /// Copies all that is below \a source to the same place below \a destination, a directory that must
