@@ -60,6 +60,7 @@ bool KvRemoveDirectoryRecursively(const TKvString<char>& dir, bool clearAttribut
     return true;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the documented signature.
 bool CopyRecursively(TKvString<char> source, TKvString<char> destination)
 {
     if (source.IsEmpty() || destination.IsEmpty())

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <climits>
-#include <utility>
+#include <string_view>
 
 #include "platform/KvPlatform.h"
 
@@ -22,28 +22,34 @@ std::string KvTemporaryPathBeside(const std::string& target)
            std::to_string(KvPlatformRandomSeed()) + ".tmp";
 }
 
-CKvHostPath::CKvHostPath(std::string path) : m_path(std::move(path)), m_folder(AT_FDCWD)
+const int CKvHostPath::kCurrentFolder = AT_FDCWD;
+
+void CKvHostPath::Shorten(std::size_t length)
 {
-    if (m_path.size() < PATH_MAX)
-        return;
-    m_path.erase(m_path.find_last_not_of('/') + 1);
-    while (m_path.size() - m_restStart >= PATH_MAX) {
-        const std::size_t cut = m_path.rfind('/', m_restStart + PATH_MAX - 1);
+    std::string_view rest(m_rest, length);
+    while (rest.size() >= PATH_MAX) {
+        // The longest piece that the system takes and that ends before a separator.
+        char piece[PATH_MAX];
+        const std::size_t pieceLength = rest.substr(0, PATH_MAX).find_last_of('/');
         int next = -1;
-        if (cut != std::string::npos && cut > m_restStart) {
-            m_path[cut] = '\0';
-            next = openat(m_folder, Rest(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+        if (pieceLength != std::string_view::npos && pieceLength > 0) {
+            piece[rest.copy(piece, pieceLength)] = '\0';
+            next = openat(m_folder, piece, O_PATH | O_DIRECTORY | O_CLOEXEC);
         }
-        if (m_folder != AT_FDCWD)
-            close(m_folder);
-        m_folder = next >= 0 ? next : AT_FDCWD;
-        // A rest that begins with a separator would start from the root again.
-        m_restStart = next >= 0 ? m_path.find_first_not_of('/', cut + 1) : m_path.size();
+        MoveTo(next >= 0 ? next : kCurrentFolder);
+        if (next < 0) {
+            m_rest = "";
+            return;
+        }
+        // What begins with a separator would start from the root again.
+        rest.remove_prefix(std::min(rest.find_first_not_of('/', pieceLength), rest.size()));
+        m_rest = rest.empty() ? "." : rest.data();
     }
 }
 
-CKvHostPath::~CKvHostPath()
+void CKvHostPath::MoveTo(int folder)
 {
-    if (m_folder != AT_FDCWD)
+    if (m_folder != kCurrentFolder)
         close(m_folder);
+    m_folder = folder;
 }
