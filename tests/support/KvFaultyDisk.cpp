@@ -65,49 +65,26 @@ struct CKvFaultyDiskOperations
         KvPlatformHostDisk().discardReplacement(replacement);
     }
 
-    static bool List(const char* path, bool withTimes, std::vector<CKvFolderEntry>& entries)
+    template <auto kOperation, class... TArguments>
+    static bool InFolders(TArguments... arguments)
     {
-        entries.clear();
-        return !s_disk->NextFails() && HostFolders().list(path, withTimes, entries);
+        return !s_disk->NextFails() && (KvPlatformHostDisk().folders->*kOperation)(arguments...);
     }
 
-    static bool FileTime(const char* path, std::uint64_t& time)
+    static void ClearReadOnly(const char* path)
     {
-        return !s_disk->NextFails() && HostFolders().fileTime(path, time);
+        KvPlatformHostDisk().folders->clearReadOnly(path);
     }
 
-    static bool Create(const char* path)
-    {
-        return !s_disk->NextFails() && HostFolders().create(path);
-    }
-
-    static bool Remove(const char* path)
-    {
-        return !s_disk->NextFails() && HostFolders().remove(path);
-    }
-
-    static bool RemoveFile(const char* path)
-    {
-        return !s_disk->NextFails() && HostFolders().removeFile(path);
-    }
-
-    static bool CopyLink(const char* source, const char* target)
-    {
-        return !s_disk->NextFails() && HostFolders().copyLink(source, target);
-    }
-
-    static bool TakeOverAttributes(std::FILE* source, std::FILE* target)
-    {
-        return !s_disk->NextFails() && HostFolders().takeOverAttributes(source, target);
-    }
-
-    static void ClearReadOnly(const char* path) { HostFolders().clearReadOnly(path); }
-
-    static const CKvFolderOperations& HostFolders() { return *KvPlatformHostDisk().folders; }
-
-    static constexpr CKvFolderOperations kFolders = {
-        &List,     &FileTime,           &Create,       &Remove, &RemoveFile,
-        &CopyLink, &TakeOverAttributes, &ClearReadOnly};
+    using F = CKvFolderOperations;
+    static constexpr F kFolders = {&InFolders<&F::list>,
+                                   &InFolders<&F::fileTime>,
+                                   &InFolders<&F::create>,
+                                   &InFolders<&F::remove>,
+                                   &InFolders<&F::removeFile>,
+                                   &InFolders<&F::copyLink>,
+                                   &InFolders<&F::takeOverAttributes>,
+                                   &ClearReadOnly};
 
     static constexpr CKvDiskOperations kTable = {
         &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,         &TellStream,
