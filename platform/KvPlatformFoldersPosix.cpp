@@ -57,13 +57,14 @@ bool IsKind(const CKvHostPath& path, mode_t kind, int flags)
 
 EKvEntryKind KindOf(int folder, const dirent& entry)
 {
-    unsigned char type = entry.d_type;
+    mode_t mode = DTTOIF(entry.d_type);
     struct stat status = {};
-    if (type == DT_UNKNOWN && fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0)
-        type = IFTODT(status.st_mode);
-    if (type == DT_DIR)
+    if (entry.d_type == DT_UNKNOWN &&
+        fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0)
+        mode = status.st_mode;
+    if (S_ISDIR(mode))
         return EKvEntryKind::Folder;
-    return type == DT_LNK ? EKvEntryKind::Link : EKvEntryKind::Other;
+    return S_ISLNK(mode) ? EKvEntryKind::Link : EKvEntryKind::Other;
 }
 
 bool IsListed(const char* name)
