@@ -57,7 +57,7 @@ bool IsKind(const CKvHostPath& path, mode_t kind, int flags)
 
 EKvEntryKind KindOf(int folder, const dirent& entry)
 {
-    mode_t mode = DTTOIF(entry.d_type);
+    mode_t mode = static_cast<mode_t>(DTTOIF(entry.d_type));
     struct stat status = {};
     if (entry.d_type == DT_UNKNOWN &&
         fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0)
