@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "platform/KvPlatform.h"
+#include "platform/KvPlatformFolders.h"
 
 namespace {
 
@@ -134,7 +134,7 @@ void KvLogSetMasks(const CKvLogMasks& masks)
 void KvLogInit(const char* name)
 {
     KvLogRelease();
-    KvPlatformCreateFolder("_logs");
+    KvPlatformFolders().create("_logs");
     if (std::strlen(name) > kMaxNameLength)
         return;
     s_mainFile = OpenLogFile(name, "", "");

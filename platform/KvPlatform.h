@@ -38,11 +38,14 @@ enum class EKvReplacementStatus
     Failed
 };
 
+struct CKvFolderOperations;
+
 /// All operations on the disk. The table is replaceable as a whole, so that a test can make any
 /// single operation fail the way the real one does.
 struct CKvDiskOperations
 {
-    /// Opens a file as a buffered stream; \a mode is a C stream mode ("rb", "wt", ...).
+    /// Opens a file as a buffered stream; \a mode is 'r', 'w' or 'a' followed by 'b' or 't', with
+    /// the meaning that C gives them.
     ///
     /// Ownership: the caller closes the stream with closeStream.
     /// Errors:    null when the file is absent, refused or a folder.
@@ -63,7 +66,7 @@ struct CKvDiskOperations
 
     /// Flushes and closes; the stream is gone in either case.
     ///
-    /// Errors: false when this flush, any earlier write or the closing itself failed.
+    /// Errors: false when this flush, any earlier read or write or the closing itself failed.
     bool (*closeStream)(std::FILE* stream);
 
     /// Starts a new content for a file that is rewritten whole, in a temporary file beside it.
@@ -80,6 +83,9 @@ struct CKvDiskOperations
 
     /// Removes the closed temporary; the target is as it was.
     void (*discardReplacement)(const CKvReplacement& replacement);
+
+    /// Folders and the entries in them: see KvPlatformFolders.h.
+    const CKvFolderOperations* folders;
 };
 
 /// The table in use: the host's own, or the one set last.
@@ -95,9 +101,6 @@ void KvPlatformSetDisk(const CKvDiskOperations* operations);
 
 /// True when something that is no folder has this path.
 bool KvPlatformFileExists(const char* path);
-
-/// Creates one folder. True when it is there afterwards, made by this call or not.
-bool KvPlatformCreateFolder(const char* path);
 
 /// The wall clock in the local time zone; hour 0 to 23, minute and second from 0.
 struct CKvLocalTime

@@ -3,38 +3,42 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
 
+#include "platform/KvHostPathPosix.h"
 #include "platform/KvPlatform.h"
 
 namespace {
 
-/// How many names are tried for a temporary file before the target is written directly.
-constexpr int kTemporaryNameTries = 100;
-
-std::string ToHostPath(const char* path)
+int OpenFlags(const char* mode)
 {
-    std::string host(path);
-    std::replace(host.begin(), host.end(), '\\', '/');
-    return host;
+    switch (*mode) {
+        case 'w':
+            return O_WRONLY | O_CREAT | O_TRUNC;
+        case 'a':
+            return O_WRONLY | O_CREAT | O_APPEND;
+        default:
+            return O_RDONLY;
+    }
 }
 
 std::FILE* OpenStream(const char* path, const char* mode)
 {
-    std::FILE* stream = std::fopen(ToHostPath(path).c_str(), mode);
-    if (stream == nullptr)
+    const CKvHostPath host(KvToHostPath(path));
+    const int descriptor = openat(host.Folder(), host.Rest(), OpenFlags(mode) | O_CLOEXEC, 0666);
+    if (descriptor < 0)
         return nullptr;
+    // A folder opens for reading here, but has no bytes.
     struct stat status = {};
-    if (fstat(fileno(stream), &status) == 0 && !S_ISDIR(status.st_mode))
-        return stream;
-    std::fclose(stream);  // a folder opens for reading here, but has no bytes
-    return nullptr;
+    const bool hasBytes = fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode);
+    std::FILE* stream = hasBytes ? fdopen(descriptor, mode) : nullptr;
+    if (stream == nullptr)
+        close(descriptor);
+    return stream;
 }
 
 std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
@@ -64,20 +68,19 @@ std::int64_t TellStream(std::FILE* stream)
 
 bool CloseStream(std::FILE* stream)
 {
-    // fclose reports its own last flush alone: an earlier lost write shows in the error state only.
-    const bool written = std::ferror(stream) == 0;
-    return std::fclose(stream) == 0 && written;
+    // fclose reports its own last flush alone: what failed earlier shows in the error state only.
+    const bool intact = std::ferror(stream) == 0;
+    return std::fclose(stream) == 0 && intact;
 }
 
-/// Creates a file that was not there, beside \a target. Its name does not build on the target's,
-/// which may be as long as names can be. Gives the descriptor or -1 with errno set.
+/// Creates a file that was not there, beside \a target. Gives the descriptor or -1 with errno set.
 int CreateTemporary(const std::string& target, mode_t mode, std::string& temporaryPath)
 {
-    for (int attempt = 0; attempt < kTemporaryNameTries; ++attempt) {
-        temporaryPath = target.substr(0, target.rfind('/') + 1) + ".kv-" +
-                        std::to_string(KvPlatformRandomSeed()) + ".tmp";
+    for (int attempt = 0; attempt < kKvTemporaryNameTries; ++attempt) {
+        temporaryPath = KvTemporaryPathBeside(target);
+        const CKvHostPath path(temporaryPath);
         const int descriptor =
-            open(temporaryPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+            openat(path.Folder(), path.Rest(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0 || errno != EEXIST)
             return descriptor;
     }
@@ -85,19 +88,21 @@ int CreateTemporary(const std::string& target, mode_t mode, std::string& tempora
 }
 
 /// True when nothing but a plain rewrite in place keeps what \a path is: see WriteDirectly.
-bool NeedsDirectWrite(const std::string& target, bool exists, const struct stat& status)
+bool NeedsDirectWrite(const CKvHostPath& target, bool exists, const struct stat& status)
 {
     if (!exists)
-        return target.empty();
+        return *target.Rest() == '\0';
     return !S_ISREG(status.st_mode) || status.st_nlink > 1 ||
-           faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0;
+           faccessat(target.Folder(), target.Rest(), W_OK, AT_EACCESS) != 0;
 }
 
 /// Resolves links in \a path. False when the path is a link whose target is not there.
 bool FollowLinks(std::string& path)
 {
+    const CKvHostPath link(path);
     struct stat status = {};
-    if (lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode))
+    if (fstatat(link.Folder(), link.Rest(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+        !S_ISLNK(status.st_mode))
         return true;
     const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr),
                                                                &std::free);
@@ -105,6 +110,12 @@ bool FollowLinks(std::string& path)
         return false;
     path = resolved.get();
     return true;
+}
+
+void RemoveTemporary(const std::string& path)
+{
+    const CKvHostPath temporary(path);
+    unlinkat(temporary.Folder(), temporary.Rest(), 0);
 }
 
 /// Gives the temporary the owner and mode of the file that it replaces.
@@ -122,12 +133,13 @@ bool TakeOver(int descriptor, const struct stat& old)
 EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
                                       CKvReplacement& replacement)
 {
-    replacement.targetPath = ToHostPath(path);
+    replacement.targetPath = KvToHostPath(path);
     if (!FollowLinks(replacement.targetPath))
         return EKvReplacementStatus::WriteDirectly;
+    const CKvHostPath target(replacement.targetPath);
     struct stat old = {};
-    const bool exists = stat(replacement.targetPath.c_str(), &old) == 0;
-    if (NeedsDirectWrite(replacement.targetPath, exists, old))
+    const bool exists = fstatat(target.Folder(), target.Rest(), &old, 0) == 0;
+    if (NeedsDirectWrite(target, exists, old))
         return EKvReplacementStatus::WriteDirectly;
 
     // Until it has the old file's mode, nobody else may open what will hold its content.
@@ -141,13 +153,13 @@ EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
     }
     if (exists && !TakeOver(descriptor, old)) {
         close(descriptor);
-        unlink(replacement.temporaryPath.c_str());
+        RemoveTemporary(replacement.temporaryPath);
         return EKvReplacementStatus::WriteDirectly;
     }
     replacement.stream = fdopen(descriptor, mode);
     if (replacement.stream == nullptr) {
         close(descriptor);
-        unlink(replacement.temporaryPath.c_str());
+        RemoveTemporary(replacement.temporaryPath);
         return EKvReplacementStatus::Failed;
     }
     return EKvReplacementStatus::Begun;
@@ -155,17 +167,19 @@ EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
 
 bool CommitReplacement(const CKvReplacement& replacement)
 {
-    return std::rename(replacement.temporaryPath.c_str(), replacement.targetPath.c_str()) == 0;
+    const CKvHostPath temporary(replacement.temporaryPath);
+    const CKvHostPath target(replacement.targetPath);
+    return renameat(temporary.Folder(), temporary.Rest(), target.Folder(), target.Rest()) == 0;
 }
 
 void DiscardReplacement(const CKvReplacement& replacement)
 {
-    unlink(replacement.temporaryPath.c_str());
+    RemoveTemporary(replacement.temporaryPath);
 }
 
-constexpr CKvDiskOperations kHostDisk = {OpenStream,       ReadStream,        WriteStream,
-                                         SeekStream,       TellStream,        CloseStream,
-                                         BeginReplacement, CommitReplacement, DiscardReplacement};
+constexpr CKvDiskOperations kHostDisk = {
+    OpenStream,  ReadStream,       WriteStream,       SeekStream,         TellStream,
+    CloseStream, BeginReplacement, CommitReplacement, DiscardReplacement, &kKvHostFolders};
 
 const CKvDiskOperations* s_disk = &kHostDisk;
 
@@ -197,17 +211,9 @@ void KvPlatformSetDisk(const CKvDiskOperations* operations)
 
 bool KvPlatformFileExists(const char* path)
 {
+    const CKvHostPath host(KvToHostPath(path));
     struct stat status = {};
-    return stat(ToHostPath(path).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
-}
-
-bool KvPlatformCreateFolder(const char* path)
-{
-    const std::string host = ToHostPath(path);
-    if (mkdir(host.c_str(), 0777) == 0)
-        return true;
-    struct stat status = {};
-    return stat(host.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return fstatat(host.Folder(), host.Rest(), &status, 0) == 0 && !S_ISDIR(status.st_mode);
 }
 
 CKvLocalTime KvPlatformLocalTime()

@@ -1,4 +1,4 @@
-#include "platform/KvPlatform.h"
+#include "platform/KvPlatformFolders.h"
 
 #include <gtest/gtest.h>
 
@@ -15,8 +15,8 @@ TEST(KvPlatformTest, BothSeparatorsLeadToFilesAndFoldersAreNoFiles)
         const CKvTemporaryFolder folder;
         const std::string levels = folder.Path() + separator + "levels";
         const std::string path = levels + separator + "a.level";
-        EXPECT_TRUE(KvPlatformCreateFolder(levels.c_str()));
-        EXPECT_TRUE(KvPlatformCreateFolder(levels.c_str()));
+        EXPECT_TRUE(KvPlatformFolders().create(levels.c_str()));
+        EXPECT_TRUE(KvPlatformFolders().create(levels.c_str()));
         EXPECT_FALSE(KvPlatformFileExists(levels.c_str()));
         EXPECT_EQ(disk.openStream(levels.c_str(), "rb"), nullptr);
 
@@ -27,7 +27,7 @@ TEST(KvPlatformTest, BothSeparatorsLeadToFilesAndFoldersAreNoFiles)
         EXPECT_TRUE(disk.commitReplacement(replacement));
         EXPECT_EQ(folder.Read("levels/a.level"), "");
         EXPECT_TRUE(KvPlatformFileExists(path.c_str()));
-        EXPECT_FALSE(KvPlatformCreateFolder(path.c_str()));
+        EXPECT_FALSE(KvPlatformFolders().create(path.c_str()));
     }
 }
 

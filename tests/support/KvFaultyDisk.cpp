@@ -1,5 +1,7 @@
 #include "tests/support/KvFaultyDisk.h"
 
+#include "platform/KvPlatformFolders.h"
+
 namespace {
 
 CKvFaultyDisk* s_disk = nullptr;
@@ -16,7 +18,10 @@ struct CKvFaultyDiskOperations
 
     static std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
     {
-        return s_disk->NextFails() ? 0 : KvPlatformHostDisk().readStream(stream, buffer, sizeBytes);
+        if (!s_disk->NextFails())
+            return KvPlatformHostDisk().readStream(stream, buffer, sizeBytes);
+        s_disk->m_damaged.insert(stream);
+        return 0;
     }
 
     static std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
@@ -60,9 +65,30 @@ struct CKvFaultyDiskOperations
         KvPlatformHostDisk().discardReplacement(replacement);
     }
 
+    template <auto kOperation, class... TArguments>
+    static bool InFolders(TArguments... arguments)
+    {
+        return !s_disk->NextFails() && (KvPlatformHostDisk().folders->*kOperation)(arguments...);
+    }
+
+    static void ClearReadOnly(const char* path)
+    {
+        KvPlatformHostDisk().folders->clearReadOnly(path);
+    }
+
+    using F = CKvFolderOperations;
+    static constexpr F kFolders = {&InFolders<&F::list>,
+                                   &InFolders<&F::fileTime>,
+                                   &InFolders<&F::create>,
+                                   &InFolders<&F::remove>,
+                                   &InFolders<&F::removeFile>,
+                                   &InFolders<&F::copyLink>,
+                                   &InFolders<&F::takeOverAttributes>,
+                                   &ClearReadOnly};
+
     static constexpr CKvDiskOperations kTable = {
-        &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,        &TellStream,
-        &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement};
+        &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,         &TellStream,
+        &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement, &kFolders};
 };
 
 CKvFaultyDisk::CKvFaultyDisk(int failing, EFaults faults) : m_failing(failing), m_faults(faults)

@@ -38,8 +38,7 @@ public:
     CKvFaultyDisk& operator=(const CKvFaultyDisk&) = delete;
     ~CKvFaultyDisk();
 
-    /// How many operations ran, failed ones included. Discarding a replacement, which cannot report
-    /// a failure, is none.
+    /// How many operations ran, failed ones included. What cannot report a failure is none.
     int GetCount() const { return m_count; }
 
     /// Whether any operation was made to fail.
@@ -56,6 +55,6 @@ private:
     int m_count = 0;
     bool m_hasFailed = false;
 
-    /// Streams that lost a write: closing them tells, as it does on the real disk.
+    /// Streams that a read or write failed on: closing them tells, as it does on the real disk.
     std::set<std::FILE*> m_damaged;
 };
