@@ -19,6 +19,14 @@ struct CKvFaultyDiskOperations
         return s_disk->NextFails() ? 0 : KvPlatformHostDisk().readStream(stream, buffer, sizeBytes);
     }
 
+    static std::size_t ReadStreamAt(std::FILE* stream, std::int64_t offsetBytes, void* buffer,
+                                    std::size_t sizeBytes)
+    {
+        return s_disk->NextFails()
+                   ? 0
+                   : KvPlatformHostDisk().readStreamAt(stream, offsetBytes, buffer, sizeBytes);
+    }
+
     static std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
     {
         if (!s_disk->NextFails())
@@ -61,8 +69,8 @@ struct CKvFaultyDiskOperations
     }
 
     static constexpr CKvDiskOperations kTable = {
-        &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,        &TellStream,
-        &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement};
+        &OpenStream, &ReadStream,  &ReadStreamAt,     &WriteStream,       &SeekStream,
+        &TellStream, &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement};
 };
 
 CKvFaultyDisk::CKvFaultyDisk(int failing, EFaults faults) : m_failing(failing), m_faults(faults)
