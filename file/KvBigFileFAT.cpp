@@ -1,10 +1,12 @@
 #include "file/KvBigFileFAT.h"
 
 #include <algorithm>
+#include <bit>
 #include <memory>
 #include <utility>
 
 #include "core/KvOutOfMemory.h"
+#include "core/KvSaltedHash.h"
 #include "file/KvFieldWriter.h"
 #include "file/KvFile.h"
 #include "serial/KvMemFileReader.h"
@@ -102,8 +104,7 @@ void CKvBigFileFAT::AddEntry(const CKvBigFileEntry& entry)
 CKvBigFileEntry* CKvBigFileFAT::FindEntry(std::uint64_t crc)
 {
     UpdateIndex();
-    const auto found = m_firstEntries.find(crc);
-    return found != m_firstEntries.end() ? &m_entries[found->second] : nullptr;
+    return m_indexedCount > 0 ? GetEntry(Slot(crc)) : nullptr;
 }
 
 std::int64_t CKvBigFileFAT::ComputeSerialSize() const
@@ -139,7 +140,7 @@ bool CKvBigFileFAT::SerialFrom(CKvFile& file)
             return false;
         read.UpdateIndex();
         std::swap(m_entries, read.m_entries);
-        std::swap(m_firstEntries, read.m_firstEntries);
+        std::swap(m_slots, read.m_slots);
         m_indexedCount = read.m_indexedCount;
         return true;
     });
@@ -148,8 +149,24 @@ bool CKvBigFileFAT::SerialFrom(CKvFile& file)
 void CKvBigFileFAT::UpdateIndex()
 {
     const int count = m_entries.GetCount();
-    if (m_indexedCount == 0)
-        m_firstEntries.reserve(static_cast<std::size_t>(count));
-    for (; m_indexedCount < count; ++m_indexedCount)
-        m_firstEntries.try_emplace(m_entries[m_indexedCount].GetCRC64(), m_indexedCount);
+    if (m_indexedCount == count)
+        return;
+    if (m_slots.size() < 2 * static_cast<std::size_t>(count)) {
+        m_slots.assign(std::bit_ceil(2 * static_cast<std::size_t>(count)), -1);
+        m_indexedCount = 0;
+    }
+    for (; m_indexedCount < count; ++m_indexedCount) {
+        int& slot = Slot(m_entries[m_indexedCount].GetCRC64());
+        if (slot < 0)
+            slot = m_indexedCount;
+    }
+}
+
+/// Salted, since names whose CRCs share their low bits are easy to construct.
+int& CKvBigFileFAT::Slot(std::uint64_t crc)
+{
+    std::size_t slot = KvSaltedHash(crc) & (m_slots.size() - 1);
+    while (m_slots[slot] >= 0 && m_entries[m_slots[slot]].GetCRC64() != crc)
+        slot = (slot + 1) & (m_slots.size() - 1);
+    return m_slots[slot];
 }

@@ -4,10 +4,9 @@
 #pragma once
 
 #include <cstdint>
-#include <unordered_map>
+#include <vector>
 
 #include "core/KvArray.h"
-#include "core/KvSaltedHash.h"
 #include "file/KvBigFileEntry.h"
 
 class CKvFile;
@@ -60,8 +59,12 @@ private:
 
     CKvArray<CKvBigFileEntry> m_entries;
 
-    /// CRC -> index of the first entry that has it, for the first m_indexedCount entries. Salted,
-    /// since names that collide under a CRC are easy to construct.
-    std::unordered_map<std::uint64_t, int, CKvSaltedHash> m_firstEntries;
+    /// The slot of the first entry with this CRC, or the empty slot where it belongs.
+    int& Slot(std::uint64_t crc);
+
+    /// Open addressing with linear probing over the first m_indexedCount entries, at most half
+    /// full: indices of entries that are the first of their CRC, -1 in empty slots. Indices, since
+    /// entries move when the array grows.
+    std::vector<int> m_slots;
     int m_indexedCount = 0;
 };
