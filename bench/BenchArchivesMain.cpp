@@ -129,9 +129,9 @@ CKvBenchFigure CompareReads(const std::string& path, const std::string& what, in
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     const auto dataStart =
         static_cast<off_t>(std::filesystem::file_size(path)) - off_t{kMembers} * kMemberBytes;
-    std::vector<CKvFileHandle*> handles;
-    for (int i = 0; i < kMembers; ++i)
-        handles.push_back(archive.FileOpenByIndex(i));
+    std::vector<CKvFileHandle*> handles(kMembers);
+    for (std::size_t i = 0; i < handles.size(); ++i)
+        handles[i] = archive.FileOpenByIndex(static_cast<int>(i));
 
     const std::vector<CRange> ranges =
         MakeRanges(size, std::min(100'000'000 / size, 100'000), sequential);
@@ -198,9 +198,9 @@ double SearchAll(const std::string& path, int members)
     if (archive.Open(path.c_str(), EKvFileSystemOpenMode::ReadBinary) !=
         EKvFileSystemError::Success)
         Fail("open an archive");
-    std::vector<TKvString<char>> names;
-    for (int i = 0; i < members; ++i)
-        names.emplace_back(MemberName(i).c_str());
+    std::vector<TKvString<char>> names(static_cast<std::size_t>(members));
+    for (std::size_t i = 0; i < names.size(); ++i)
+        names[i] = MemberName(static_cast<int>(i)).c_str();
     const double seconds = Measure([&] {
         for (int pass = 0; pass < kSearchPasses; ++pass) {
             for (const TKvString<char>& name : names) {

@@ -19,8 +19,7 @@ constexpr int kTableSizeField = sizeof(std::uint32_t);
 /// The count of records, with which the table proper begins.
 constexpr int kCountField = sizeof(std::int32_t);
 
-/// A record without its name: CRC, terminator, offset and size.
-constexpr int kSmallestRecord = 17;
+constexpr int kSmallestRecord = CKvBigFileFAT::kSmallestRecord;
 constexpr int kLargestRecord = kSmallestRecord + CKvBigFileFAT::kLongestName;
 
 bool ReadEntry(CKvMemFileReader& reader, CKvBigFileEntry& entry)

@@ -17,6 +17,9 @@ public:
     /// The longest name of a member, in bytes without terminator.
     static constexpr int kLongestName = 4095;
 
+    /// The stored record of a member without name: CRC, terminator, offset and size, in bytes.
+    static constexpr int kSmallestRecord = 17;
+
     CKvBigFileFAT() = default;
     CKvBigFileFAT(const CKvBigFileFAT&) = default;
     CKvBigFileFAT& operator=(const CKvBigFileFAT&) = default;

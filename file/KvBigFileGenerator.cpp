@@ -12,12 +12,6 @@ using EMode = EKvFileSystemOpenMode;
 
 namespace {
 
-/// The archive's first field, which the positions of members do not count.
-constexpr int kTableSizeField = sizeof(std::uint32_t);
-
-/// A record of the table without its name.
-constexpr int kSmallestRecord = 17;
-
 /// Pieces in which sources are copied. A multiple of 4, so that the file layer's swap flag, which
 /// works on each write by itself, does to a member what it does to one write of all its bytes.
 constexpr int kCopyBufferSize = 64 * 1024;
@@ -59,7 +53,8 @@ bool CKvBigFileGenerator::AddFile(const TKvString<char>& sourcePath,
     int size = 0;
     if (nameLength > CKvBigFileFAT::kLongestName || !MeasureSource(sourcePath, size))
         return false;
-    const std::int64_t archiveSize = m_archiveSize + kSmallestRecord + nameLength + size;
+    const std::int64_t archiveSize =
+        m_archiveSize + CKvBigFileFAT::kSmallestRecord + nameLength + size;
     if (archiveSize > INT_MAX)
         return false;
     const bool added = KvFalseWhenOutOfMemory([&] {

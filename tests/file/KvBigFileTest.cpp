@@ -183,7 +183,7 @@ TEST_F(KvBigFileTest, ReadsOfManyHandlesInAnyOrderGiveTheMembersBytes)
     std::mt19937 random(1);
     CKvBigFileGenerator generator;
     std::vector<std::string> contents;
-    for (const std::size_t size : {30'000, 1, 50'000}) {
+    for (const std::size_t size : {30'000U, 1U, 50'000U}) {
         contents.emplace_back(size, '\0');
         std::generate(contents.back().begin(), contents.back().end(), [&] { return random(); });
         ASSERT_TRUE(Add(generator, std::to_string(size), contents.back()));
