@@ -17,6 +17,14 @@ void LogMissingText(std::uint64_t crc)
 
 }  // namespace
 
+TKvString<char> KvTextOfUnknownCrc64(std::uint64_t crc)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "CRC<%8.8X%8.8X>", static_cast<unsigned int>(crc >> 32),
+                  static_cast<unsigned int>(crc));
+    return TKvString<char>(text);
+}
+
 CKvIdentifier::CKvIdentifier(std::uint64_t crc)
     : m_crc(crc), m_text(CKvIdentifierManager::GetInstance().FindNameForCrc64(crc))
 {
@@ -49,11 +57,8 @@ TKvString<char> CKvIdentifier::DebugString() const
 {
     if (const char* text = CKvIdentifierManager::GetInstance().FindNameForCrc64(m_crc))
         return TKvString<char>(text);
-    char text[32];
-    std::snprintf(text, sizeof text, "CRC<%8.8X%8.8X>", static_cast<unsigned int>(m_crc >> 32),
-                  static_cast<unsigned int>(m_crc));
     LogMissingText(m_crc);
-    return TKvString<char>(text);
+    return KvTextOfUnknownCrc64(m_crc);
 }
 
 CKvIdentifier CKvIdentifier::Append(const char* suffix) const

@@ -9,6 +9,10 @@
 #include "core/KvSaltedHash.h"
 #include "core/KvString.h"
 
+/// The text that stands for a CRC without a registered one: "CRC<0123456789ABCDEF>", always with
+/// sixteen upper-case digits.
+TKvString<char> KvTextOfUnknownCrc64(std::uint64_t crc);
+
 /// A plain value. Fields stand in the documented order.
 ///
 /// Ownership: the text is the manager's and valid until its Release(); with the constructor from a
@@ -51,8 +55,7 @@ public:
     /// without registered text gives "<empty>" and logs a warning.
     const char* DebugCString() const;
 
-    /// The registered text. A value without one gives "CRC<0123456789ABCDEF>", always with sixteen
-    /// upper-case digits, and logs a warning.
+    /// The registered text. A value without one gives KvTextOfUnknownCrc64() and logs a warning.
     TKvString<char> DebugString() const;
 
     /// The identifier of this identifier's text followed by \a suffix. Where this text is not

@@ -66,19 +66,26 @@ void CKvFieldWriter::WriteField(const void* bytes, std::size_t size)
     if (direct || size > kBufferSize - m_used)
         Flush();
     if (direct) {
-        CKvFileSystemUnCached::Write(m_handle, bytes, static_cast<int>(size));
+        Write(bytes, size);
         return;
     }
     std::memcpy(m_buffer.get() + m_used, bytes, size);
     m_used += size;
 }
 
+void CKvFieldWriter::Write(const void* bytes, std::size_t size)
+{
+    const int written = CKvFileSystemUnCached::Write(m_handle, bytes, static_cast<int>(size));
+    m_failed = m_failed || written != static_cast<int>(size);
+}
+
 /// Fields were collected while the swap flag was clear, whatever it is by now.
-void CKvFieldWriter::Flush()
+bool CKvFieldWriter::Flush()
 {
     const bool swap = CKvFileSystemUnCached::GetSwapDWORDOnWrite();
     CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
-    CKvFileSystemUnCached::Write(m_handle, m_buffer.get(), static_cast<int>(m_used));
+    Write(m_buffer.get(), m_used);
     CKvFileSystemUnCached::SetSwapDWORDOnWrite(swap);
     m_used = 0;
+    return !m_failed;
 }

@@ -11,7 +11,7 @@
 
 class CKvFileHandle;
 
-/// Nothing reports errors here: a write that failed marks the handle, and closing it tells.
+/// A write that failed marks the handle, so that closing it tells; Flush() tells at once.
 class CKvFieldWriter
 {
 public:
@@ -31,12 +31,16 @@ public:
     /// The text's bytes and one zero byte.
     void WriteText(const TKvString<char>& text);
 
+    /// Hands over what was collected. True when this and all writes before it went well.
+    bool Flush();
+
 private:
     void WriteField(const void* bytes, std::size_t size);
-    void Flush();
+    void Write(const void* bytes, std::size_t size);
 
     CKvFileHandle* m_handle;
     bool m_swap;
+    bool m_failed = false;
     std::size_t m_used = 0;
     std::unique_ptr<unsigned char[]> m_buffer;
 };

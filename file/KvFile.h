@@ -39,6 +39,9 @@ public:
 
     bool IsOpened() const { return m_handle != nullptr; }
 
+    /// The handle that is held, or null. Ownership: unchanged.
+    CKvFileHandle* GetHandle() const { return m_handle; }
+
     /// None without handle.
     EKvFileSystemOpenMode GetOpenMode() const;
 

@@ -7,9 +7,12 @@
 #include <new>
 
 #include "core/KvByteOrder.h"
+#include "file/KvBigFile.h"
+#include "file/KvFileHandleBigFile.h"
 #include "file/KvFileHandleStd.h"
 #include "platform/KvPlatform.h"
 
+CKvArray<CKvBigFile*>* CKvFileSystemUnCached::m_aBigFile = nullptr;
 bool CKvFileSystemUnCached::m_bSwapDWORDOnWrite = false;
 
 namespace {
@@ -34,18 +37,22 @@ CKvFileHandleStdPC* AsDiskFile(CKvFileHandle* handle)
     return static_cast<CKvFileHandleStdPC*>(handle);
 }
 
+/// The handle as a member of an archive, or null when it is none.
+CKvFileHandleBigFile* AsMember(CKvFileHandle* handle)
+{
+    if (handle == nullptr || handle->GetType() != CKvFileHandle::EType::Archive)
+        return nullptr;
+    return static_cast<CKvFileHandleBigFile*>(handle);
+}
+
+bool IsReadMode(EMode mode)
+{
+    return mode == EMode::ReadBinary || mode == EMode::ReadText;
+}
+
 int ToIntOr(int otherwise, std::int64_t value)
 {
     return value >= 0 && value <= INT_MAX ? static_cast<int>(value) : otherwise;
-}
-
-bool Seek(CKvFileHandle* handle, int offset, EKvSeekOrigin origin)
-{
-    const CKvFileHandleStdPC* file = AsDiskFile(handle);
-    if (file == nullptr)
-        return false;
-    KvPlatformDisk().seekStream(file->GetDescriptor(), offset, origin);
-    return true;
 }
 
 /// Writes a copy of the data that is reversed word by word.
@@ -62,11 +69,18 @@ std::size_t WriteSwapped(std::FILE* stream, const void* data, std::size_t sizeBy
 }  // namespace
 
 EError CKvFileSystemUnCached::Open(CKvFileHandle*& handle, const TKvString<char>& path, EMode mode,
-                                   bool /*useBigFiles: no archive can be registered yet*/)
+                                   bool useBigFiles)
 {
     handle = nullptr;
     if (!IsKnownMode(mode))
         return EError::ModeNotAllowed;
+    if (useBigFiles && IsReadMode(mode) && m_aBigFile != nullptr) {
+        for (CKvBigFile* archive : *m_aBigFile) {
+            handle = archive->FileOpen(path);
+            if (handle != nullptr)
+                return EError::Success;
+        }
+    }
     std::unique_ptr<CKvFileHandleStdPC> file(new CKvFileHandleStdPC(path, mode));
     file->m_stream =
         KvPlatformDisk().openStream(path.GetText(), kStreamModes[static_cast<std::size_t>(mode)]);
@@ -80,7 +94,12 @@ EError CKvFileSystemUnCached::Close(CKvFileHandle*& handle)
 {
     if (handle == nullptr)
         return EError::NoHandle;
-    CKvFileHandleStdPC* file = AsDiskFile(handle);
+    if (AsMember(handle) != nullptr) {
+        delete handle;  // it leaves its archive, if that is still open
+        handle = nullptr;
+        return EError::Success;
+    }
+    const CKvFileHandleStdPC* file = AsDiskFile(handle);
     if (file == nullptr)
         return EError::CloseFailed;
     const bool closed = KvPlatformDisk().closeStream(file->GetDescriptor());
@@ -92,14 +111,37 @@ EError CKvFileSystemUnCached::Close(CKvFileHandle*& handle)
 
 int CKvFileSystemUnCached::Read(CKvFileHandle* handle, void* buffer, int size)
 {
+    bool complete = false;
+    if (AsMember(handle) != nullptr)
+        return ReadMember(handle, buffer, size, complete);
     const CKvFileHandleStdPC* file = AsDiskFile(handle);
     if (file == nullptr || size < 1)
         return 0;
-    const EMode mode = file->GetOpenMode();
-    if (mode != EMode::ReadBinary && mode != EMode::ReadText)
+    if (!IsReadMode(file->GetOpenMode()))
         return 0;  // the attempt would mark the stream as failed, though all writes went well
     return static_cast<int>(
         KvPlatformDisk().readStream(file->GetDescriptor(), buffer, static_cast<std::size_t>(size)));
+}
+
+int CKvFileSystemUnCached::ReadMember(CKvFileHandle* handle, void* buffer, int size, bool& complete)
+{
+    CKvFileHandleBigFile* member = AsMember(handle);
+    complete = false;
+    if (member->GetOwner() == nullptr)
+        return 0;
+    const int count = member->GetOwner()->ReadMember(handle, buffer, size, complete);
+    member->SetPos(std::int64_t{member->GetPos()} + count);
+    return count;
+}
+
+int CKvFileSystemUnCached::ReadAt(CKvFileHandle* handle, std::int64_t offset, void* buffer,
+                                  int size)
+{
+    const CKvFileHandleStdPC* file = AsDiskFile(handle);
+    if (file == nullptr || size < 1 || !IsReadMode(file->GetOpenMode()))
+        return 0;
+    return static_cast<int>(KvPlatformDisk().readStreamAt(file->GetDescriptor(), offset, buffer,
+                                                          static_cast<std::size_t>(size)));
 }
 
 int CKvFileSystemUnCached::Write(CKvFileHandle* handle, const void* data, int size)
@@ -121,8 +163,28 @@ int CKvFileSystemUnCached::GetPos(CKvFileHandle* handle)
 {
     if (handle == nullptr)
         return -1;
+    if (const CKvFileHandleBigFile* member = AsMember(handle))
+        return member->GetPos();
     const CKvFileHandleStdPC* file = AsDiskFile(handle);
     return file != nullptr ? ToIntOr(-1, KvPlatformDisk().tellStream(file->GetDescriptor())) : 0;
+}
+
+bool CKvFileSystemUnCached::Seek(CKvFileHandle* handle, int offset, EKvSeekOrigin origin)
+{
+    if (CKvFileHandleBigFile* member = AsMember(handle)) {
+        std::int64_t position = offset;
+        if (origin == EKvSeekOrigin::Current)
+            position = std::int64_t{member->GetPos()} + offset;
+        else if (origin == EKvSeekOrigin::End)
+            position = std::int64_t{member->GetSize()} - offset;
+        member->SetPos(position);
+        return true;
+    }
+    const CKvFileHandleStdPC* file = AsDiskFile(handle);
+    if (file == nullptr)
+        return false;
+    KvPlatformDisk().seekStream(file->GetDescriptor(), offset, origin);
+    return true;
 }
 
 bool CKvFileSystemUnCached::SeekFromStart(CKvFileHandle* handle, int offset)
@@ -142,6 +204,8 @@ bool CKvFileSystemUnCached::SeekFromEnd(CKvFileHandle* handle, int offset)
 
 int CKvFileSystemUnCached::GetSize(CKvFileHandle* handle)
 {
+    if (const CKvFileHandleBigFile* member = AsMember(handle))
+        return member->GetSize();
     const CKvFileHandleStdPC* file = AsDiskFile(handle);
     if (file == nullptr)
         return 0;
@@ -166,9 +230,11 @@ EError CKvFileSystemUnCached::AsyncRead(CKvFileHandle* handle, void* buffer, int
     if (handle->GetStatus() != CKvFileHandle::EStatus::Idle)
         return EError::Busy;
     handle->SetStatus(CKvFileHandle::EStatus::Reading);
-    const int read = Read(handle, buffer, size);
+    bool complete = true;
+    const int read = AsMember(handle) != nullptr ? ReadMember(handle, buffer, size, complete)
+                                                 : Read(handle, buffer, size);
     handle->SetStatus(CKvFileHandle::EStatus::Idle);
-    return read == size ? EError::Success : EError::ReadFailed;
+    return complete && read == size ? EError::Success : EError::ReadFailed;
 }
 
 EError CKvFileSystemUnCached::AsyncWrite(CKvFileHandle* handle, const void* data, int size)
@@ -177,8 +243,26 @@ EError CKvFileSystemUnCached::AsyncWrite(CKvFileHandle* handle, const void* data
         return EError::NoHandle;
     if (handle->GetStatus() != CKvFileHandle::EStatus::Idle)
         return EError::Busy;
+    if (AsMember(handle) != nullptr)
+        return EError::Success;
     handle->SetStatus(CKvFileHandle::EStatus::Writing);
     const int written = Write(handle, data, size);
     handle->SetStatus(CKvFileHandle::EStatus::Idle);
     return written == size ? EError::Success : EError::WriteFailed;
+}
+
+bool CKvFileSystemUnCached::AddBigFile(const TKvString<char>& path)
+{
+    if (m_aBigFile == nullptr)
+        m_aBigFile = new CKvArray<CKvBigFile*>;
+    for (const CKvBigFile* registered : *m_aBigFile) {
+        if (registered->GetName() == path)
+            return false;
+    }
+    auto archive = std::make_unique<CKvBigFile>();
+    if (archive->Open(path, EMode::ReadBinary) != EError::Success)
+        return false;
+    m_aBigFile->Add(archive.get());
+    static_cast<void>(archive.release());
+    return true;
 }

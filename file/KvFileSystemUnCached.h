@@ -3,9 +3,13 @@
 
 #pragma once
 
+#include <cstdint>
+
+#include "core/KvArray.h"
 #include "file/KvFileHandle.h"
 
-class CKvFileHandleStdPC;
+class CKvBigFile;
+enum class EKvSeekOrigin;
 
 /// Functions over handles; there are no objects of it. Nothing is cached but what the streams of
 /// the host buffer.
@@ -14,9 +18,11 @@ class CKvFileSystemUnCached
 public:
     CKvFileSystemUnCached() = delete;
 
-    /// Opens a disk file. Writing truncates, appending creates.
+    /// Opens a disk file, or a member of an archive in its place. Writing truncates, appending
+    /// creates.
     ///
-    /// \a useBigFiles asks that registered archives be searched before the disk when reading.
+    /// \a useBigFiles asks that the registered archives be searched for the path, in any letter
+    /// case, before the disk when reading.
     /// Ownership: \a handle is Close()'s to destroy; it is null after a failure.
     /// Errors:    ModeNotAllowed for a mode outside 1 to 6; NotOpened when the file is absent,
     ///            refused or a folder.
@@ -32,6 +38,12 @@ public:
     /// Gives the bytes read: fewer than \a size at the end of the file or after a failure.
     [[nodiscard]] static int Read(CKvFileHandle* handle, void* buffer, int size);
 
+    /// Reads at a place given in bytes from the start, without moving the position and past what is
+    /// buffered, of a disk file that is open for reading. Gives the bytes read, 0 for other
+    /// handles.
+    [[nodiscard]] static int ReadAt(CKvFileHandle* handle, std::int64_t offset, void* buffer,
+                                    int size);
+
     /// Gives \a size, or 0 when the write failed; the failure also shows when the handle is closed.
     /// Bytes that were accepted may still get lost: only Close() tells.
     static int Write(CKvFileHandle* handle, const void* data, int size);
@@ -40,6 +52,7 @@ public:
     static int GetPos(CKvFileHandle* handle);
 
     /// True for a handle that can have a position, whether or not the seek itself succeeded.
+    /// From the end of an archive member offsets count backwards: 10 is ten bytes before its end.
     static bool SeekFromStart(CKvFileHandle* handle, int offset);
     static bool SeekFromCurrent(CKvFileHandle* handle, int offset);
     static bool SeekFromEnd(CKvFileHandle* handle, int offset);
@@ -55,7 +68,7 @@ public:
     /// Errors: NoHandle, Busy, or ReadFailed when fewer bytes came.
     static EKvFileSystemError AsyncRead(CKvFileHandle* handle, void* buffer, int size);
 
-    /// Writes before it returns.
+    /// Writes before it returns. Nothing is written to an archive member, which is no error.
     ///
     /// Errors: NoHandle, Busy, or WriteFailed.
     static EKvFileSystemError AsyncWrite(CKvFileHandle* handle, const void* data, int size);
@@ -63,11 +76,24 @@ public:
     /// Nothing is ever pending.
     static EKvFileSystemError AsyncWait(CKvFileHandle*) { return EKvFileSystemError::Success; }
 
+    /// Registers an archive, for the rest of the process, behind those that are registered.
+    ///
+    /// Errors: false when this very path is registered already or the archive does not open.
+    [[nodiscard]] static bool AddBigFile(const TKvString<char>& path);
+
     /// When set, every later write to a disk file has its bytes reversed in words of four; bytes
     /// behind the last whole word of a write stay as given. Process-wide.
     static void SetSwapDWORDOnWrite(bool swap) { m_bSwapDWORDOnWrite = swap; }
     static bool GetSwapDWORDOnWrite() { return m_bSwapDWORDOnWrite; }
 
 private:
+    static bool Seek(CKvFileHandle* handle, int offset, EKvSeekOrigin origin);
+
+    /// Reads from a member and moves its position; \a complete tells whether the disk gave all
+    /// bytes that the result counts.
+    static int ReadMember(CKvFileHandle* handle, void* buffer, int size, bool& complete);
+
+    /// Null until an archive is registered; never destroyed, so that it serves static objects too.
+    static CKvArray<CKvBigFile*>* m_aBigFile;
     static bool m_bSwapDWORDOnWrite;
 };

@@ -54,6 +54,13 @@ struct CKvDiskOperations
     /// Gives the bytes read: fewer than \a sizeBytes at the end of the file or after a failure.
     std::size_t (*readStream)(std::FILE* stream, void* buffer, std::size_t sizeBytes);
 
+    /// Reads at a place given in bytes from the start, past the stream's buffer and without moving
+    /// its position. For streams that are open for reading alone.
+    ///
+    /// Errors: as readStream; 0 also for a stream without positions and a negative offset.
+    std::size_t (*readStreamAt)(std::FILE* stream, std::int64_t offsetBytes, void* buffer,
+                                std::size_t sizeBytes);
+
     /// Gives the bytes accepted: fewer than \a sizeBytes when this write or the flush of earlier
     /// ones failed. Accepted bytes can still be lost; only closeStream tells.
     std::size_t (*writeStream)(std::FILE* stream, const void* data, std::size_t sizeBytes);

@@ -46,6 +46,22 @@ std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
     return std::fread(buffer, 1, sizeBytes, stream);
 }
 
+std::size_t ReadStreamAt(std::FILE* stream, std::int64_t offsetBytes, void* buffer,
+                         std::size_t sizeBytes)
+{
+    std::size_t total = 0;
+    while (total < sizeBytes) {
+        const ssize_t count =
+            pread(fileno(stream), static_cast<char*>(buffer) + total, sizeBytes - total,
+                  static_cast<off_t>(offsetBytes + static_cast<std::int64_t>(total)));
+        if (count == 0 || (count < 0 && errno != EINTR))
+            break;
+        if (count > 0)
+            total += static_cast<std::size_t>(count);
+    }
+    return total;
+}
+
 std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
 {
     return std::fwrite(data, 1, sizeBytes, stream);
@@ -177,9 +193,10 @@ void DiscardReplacement(const CKvReplacement& replacement)
     RemoveTemporary(replacement.temporaryPath);
 }
 
-constexpr CKvDiskOperations kHostDisk = {
-    OpenStream,  ReadStream,       WriteStream,       SeekStream,         TellStream,
-    CloseStream, BeginReplacement, CommitReplacement, DiscardReplacement, &kKvHostFolders};
+constexpr CKvDiskOperations kHostDisk = {OpenStream,         ReadStream,       ReadStreamAt,
+                                         WriteStream,        SeekStream,       TellStream,
+                                         CloseStream,        BeginReplacement, CommitReplacement,
+                                         DiscardReplacement, &kKvHostFolders};
 
 const CKvDiskOperations* s_disk = &kHostDisk;
 

@@ -24,6 +24,14 @@ struct CKvFaultyDiskOperations
         return 0;
     }
 
+    static std::size_t ReadStreamAt(std::FILE* stream, std::int64_t offsetBytes, void* buffer,
+                                    std::size_t sizeBytes)
+    {
+        return s_disk->NextFails()
+                   ? 0
+                   : KvPlatformHostDisk().readStreamAt(stream, offsetBytes, buffer, sizeBytes);
+    }
+
     static std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
     {
         if (!s_disk->NextFails())
@@ -87,8 +95,9 @@ struct CKvFaultyDiskOperations
                                    &ClearReadOnly};
 
     static constexpr CKvDiskOperations kTable = {
-        &OpenStream,  &ReadStream,       &WriteStream,       &SeekStream,         &TellStream,
-        &CloseStream, &BeginReplacement, &CommitReplacement, &DiscardReplacement, &kFolders};
+        &OpenStream,        &ReadStream,         &ReadStreamAt, &WriteStream,
+        &SeekStream,        &TellStream,         &CloseStream,  &BeginReplacement,
+        &CommitReplacement, &DiscardReplacement, &kFolders};
 };
 
 CKvFaultyDisk::CKvFaultyDisk(int failing, EFaults faults) : m_failing(failing), m_faults(faults)
