@@ -219,9 +219,9 @@ double MeasureExtraMemory(const std::string& folder)
             Fail("measure a child");
         return cost.touchedBytes;
     };
-    std::vector<double> differences;
-    for (int round = 0; round < kRounds; ++round)
-        differences.push_back(touchedBytes(kReadOption) - touchedBytes(kHoldOption));
+    std::vector<double> differences(kRounds);
+    for (double& difference : differences)
+        difference = touchedBytes(kReadOption) - touchedBytes(kHoldOption);
     return KvMedian(differences) / 1024;
 }
 

@@ -96,7 +96,7 @@ TEST(KvCompressionTest, OneInputGivesOneBlockOnEveryMachine)
 TEST(KvCompressionTest, BlocksComeBackWholeWhateverThePieces)
 {
     int blocks = 0;
-    for (const std::size_t size : {0, 1, 272, 3000, 8400, 70000, 1100000}) {
+    for (const std::size_t size : {0U, 1U, 272U, 3000U, 8400U, 70000U, 1100000U}) {
         for (const std::string& bytes : {std::string(size, '\0'), Random(size), Text(size)}) {
             const std::string block = KvCompressBlock(bytes);
             for (const int piece : {1, 4, 7, 8192, INT_MAX}) {
@@ -152,7 +152,7 @@ TEST(KvCompressionTest, BlocksAreExchangedWithTheXzFamily)
         return result.standardOutput;
     };
     const std::size_t classicHeaderSize = 5 + 8;  // properties and the uncompressed size
-    for (const std::size_t size : {1, 8400, 200000}) {
+    for (const std::size_t size : {1U, 8400U, 200000U}) {
         for (const std::string& bytes : {std::string(size, '\0'), Random(size), Text(size)}) {
             std::string classic = KvCompressBlock(bytes);
             classic.insert(5, KvLittleEndian(size, 8));
