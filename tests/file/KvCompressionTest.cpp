@@ -126,6 +126,7 @@ TEST(KvCompressionTest, WhatIsNoBlockGivesNothingAndWhatIsDamagedNoMoreThanItHol
     EXPECT_TRUE(decompressor.Initialize(block.data(), static_cast<int>(block.size())));
     EXPECT_EQ(decompressor.DecompressOutputBytes(out, 0), 0);
     EXPECT_EQ(decompressor.DecompressInputBytes(out, -1, -1), 0);
+    EXPECT_EQ(decompressor.DecompressInputBytes(out, 4, 10), 0);  // of the properties alone
     EXPECT_EQ(decompressor.DecompressOutputBytes(out, 10), 10);
     EXPECT_EQ(std::string(out, 10), bytes.substr(0, 10));
     decompressor.Release();
