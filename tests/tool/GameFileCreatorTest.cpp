@@ -131,9 +131,8 @@ TEST_F(GameFileCreatorTest, CompressedDocumentsAreReadLikePlainOnes)
     const std::string game = m_folder.Read("a.game");
     for (const char* name : {"a.level", "a.gamerules"})
         m_folder.Write(name, KvCompressFile(m_folder.Read(name)));
-    const CKvProcessResult result = Run();
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.standardOutput, kBanner + m_list);
+    std::filesystem::remove(m_folder.Path("a.game"));
+    EXPECT_EQ(Run().standardOutput, kBanner + m_list);
     EXPECT_EQ(m_folder.Read("a.game"), game);
 }
 
