@@ -82,6 +82,8 @@ bool KvMeasureProcess(const std::vector<std::string>& command, CKvProcessCost& c
     cost.userSeconds = Seconds(usage.ru_utime);
     cost.systemSeconds = Seconds(usage.ru_stime);
     cost.peakBytes = static_cast<double>(usage.ru_maxrss) * kBytesPerKibibyte;
+    cost.touchedBytes =
+        static_cast<double>(usage.ru_minflt) * static_cast<double>(sysconf(_SC_PAGESIZE));
     return true;
 }
 

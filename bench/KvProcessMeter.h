@@ -15,6 +15,11 @@ struct CKvProcessCost
     /// so keep this process small.
     double peakBytes = 0;
 
+    /// All pages that were brought in without reading from the disk. For a process that takes its
+    /// memory once this is its peak to the page, where the system counts resident memory in steps
+    /// of some hundred KiB.
+    double touchedBytes = 0;
+
     double CpuSeconds() const { return userSeconds + systemSeconds; }
 };
 

@@ -28,7 +28,7 @@ public:
     ///         empty when its text does not parse.
     [[nodiscard]] virtual bool Load(CKvScriptTree& tree, const TKvString<char>& path);
 
-    /// The same from an open handle, which stays open.
+    /// The same from an open handle, which stays open and is read from its start.
     [[nodiscard]] virtual bool LoadXmlFromFileHandle(CKvScriptTree& tree, CKvFileHandle* handle);
 
     /// Replaces the tree by the document in \a text, up to its first zero byte.

@@ -4,9 +4,10 @@
 
 #include <climits>
 #include <filesystem>
-#include <memory>
 #include <string>
+#include <utility>
 
+#include "tests/support/KvCompressedFiles.h"
 #include "tests/support/KvFaultyDisk.h"
 #include "tests/support/KvTemporaryFolder.h"
 
@@ -22,17 +23,6 @@ protected:
     {
         const TKvString<char> path = m_folder.Path("file").c_str();
         EXPECT_EQ(file.Open(path, mode, false), EError::Success);
-    }
-
-    /// The whole of a file, or "<null>".
-    static std::string ReadWhole(CKvFile& file)
-    {
-        int size = -1;
-        const std::unique_ptr<unsigned char[]> bytes(
-            static_cast<unsigned char*>(file.ReadEntireFile(size)));
-        if (bytes == nullptr)
-            return size == 0 ? "<null>" : "<null with a size>";
-        return {reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(size)};
     }
 
     CKvTemporaryFolder m_folder;
@@ -98,27 +88,34 @@ TEST_F(KvFileTest, OneObjectClosesTheHandleWhateverSharesIt)
 TEST_F(KvFileTest, AFileIsReadWholeOrNotAtAll)
 {
     const std::string content("a\0b\r\n", 5);
-    m_folder.Write("file", content);
-    int failing = 0;
-    for (bool failed = true; failed;) {
-        CKvFile file;
-        Open(file);
-        const CKvFaultyDisk disk(++failing, CKvFaultyDisk::EFaults::Once);
-        const std::string bytes = ReadWhole(file);
-        failed = disk.HasFailed();
-        EXPECT_TRUE(bytes == content || (bytes == "<null>" && failed)) << bytes << failing;
+    std::string large;  // in more pieces than a reader holds, compressed too
+    for (unsigned int i = 1, n = 1; i < 60000; ++i, n = n * 1664525 + 1013904223)
+        large += static_cast<char>(n >> 24);
+    for (const auto& [bytes, stored] :
+         {std::pair(content, content), {large, large}, {large, KvCompressFile(large)}}) {
+        m_folder.Write("file", stored);
+        int failing = 0;
+        for (bool failed = true; failed;) {
+            CKvFile file;
+            Open(file);
+            const CKvFaultyDisk disk(++failing, CKvFaultyDisk::EFaults::Once);
+            const std::string read = KvReadWhole(file);
+            failed = disk.HasFailed();
+            EXPECT_TRUE(read == bytes || (read == "<null>" && failed)) << failing;
+        }
+        // The start, four steps of the size, the position, the content, and without fault.
+        EXPECT_GE(failing, 8);
     }
-    EXPECT_GE(failing, 7);  // the start, four steps of the size, the content, and without fault
 
     CKvFile empty;
     m_folder.Write("file", "");
     Open(empty);
-    EXPECT_EQ(ReadWhole(empty), "");
+    EXPECT_EQ(KvReadWhole(empty), "");
     for (const std::uintmax_t size : {std::uintmax_t{INT_MAX} + 1, (std::uintmax_t{1} << 32) + 5}) {
         CKvFile tooLarge;
         std::filesystem::resize_file(m_folder.Path("file"), size);
         Open(tooLarge);
-        EXPECT_EQ(ReadWhole(tooLarge), "<null>");
+        EXPECT_EQ(KvReadWhole(tooLarge), "<null>");
     }
 }
 
