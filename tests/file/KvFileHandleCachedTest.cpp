@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <filesystem>
+#include <numeric>
 #include <random>
 
 #include "tests/support/KvFaultyDisk.h"
@@ -105,6 +106,45 @@ TEST_F(KvFileHandleCachedTest, RandomOperationsDeliverWhatTheFileHolds)
         const std::string content = Content(size);
         ExpectBehavesAsItsContent(m_folder.Write("plain", content), content, 3000);
     }
+}
+
+/// Reads one byte at each place and gives the operations on the disk that this took.
+int CountOperations(CHandle& handle, const std::vector<int>& places)
+{
+    const CKvFaultyDisk disk;
+    int read = 0;
+    for (const int place : places) {
+        handle.SeekStart(place);
+        handle.Bytes(1, read);
+        EXPECT_EQ(read, 1);
+    }
+    return disk.GetCount();
+}
+
+TEST_F(KvFileHandleCachedTest, WhatAWindowHoldsIsNotReadAgain)
+{
+    constexpr int kSize = 200000;
+    const std::string content = Content(kSize);
+    CHandle handle(m_folder.Write("file", content));
+    ASSERT_EQ(handle.Open(), EError::Success);
+    std::vector<int> forwards(kSize);
+    std::iota(forwards.begin(), forwards.end(), 0);
+    constexpr int kMove = 2;  // seek and check
+    EXPECT_EQ(CountOperations(handle, forwards), kMove + 25);
+
+    std::vector<int> interleaved;
+    for (int i = 0; i < kSize / 8; ++i)
+        for (int stream = 0; stream < 8; ++stream)
+            interleaved.push_back(stream * kSize / 8 + i);
+    EXPECT_LE(CountOperations(handle, interleaved), 8 * 4 * (kMove + 1));
+
+    const std::vector<int> eight = {9999, 20000, 40000, 60000, 80000, 100000, 120000, 140000};
+    CountOperations(handle, eight);
+    EXPECT_EQ(CountOperations(handle, {9999, 10005, 9999, 60000, 148191}), 0);
+    // The one that was used least recently makes room for a ninth.
+    EXPECT_EQ(CountOperations(handle, {160000}), kMove + 1);
+    EXPECT_EQ(CountOperations(handle, {40000, 140000, 9999, 60000}), 0);
+    EXPECT_EQ(CountOperations(handle, {20000}), kMove + 1);
 }
 
 }  // namespace
