@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 
+#include "file/KvCompressedFileReader.h"
 #include "file/KvFileSystemUnCached.h"
 
 using FileSystem = CKvFileSystemUnCached;
@@ -26,13 +27,6 @@ EError WriteValue(CKvFile& file, T value)
 {
     constexpr int kSize = sizeof(T);
     return file.Write(&value, kSize) == kSize ? EError::Success : EError::WriteFailed;
-}
-
-/// Tells an empty file from one whose size is unknown or too large, which is 0 as well.
-bool IsAtStartOfEmptyFile(CKvFile& file)
-{
-    char byte = 0;
-    return file.GetPos() == 0 && file.Read(&byte, 1) == 0;
 }
 
 }  // namespace
@@ -232,15 +226,14 @@ EError CKvFile::WriteString(const TKvString<char>& text)
 void* CKvFile::ReadEntireFile(int& size)
 {
     size = 0;
-    if (!SeekFromStart(0))
-        return nullptr;
-    const int fileSize = GetSize();
-    if (fileSize == 0 && !IsAtStartOfEmptyFile(*this))
+    int announced = 0;
+    CKvCompressedFileReader reader(this, announced);
+    if (reader.IsRefused())
         return nullptr;
     std::unique_ptr<unsigned char[]> bytes(
-        new (std::nothrow) unsigned char[static_cast<std::size_t>(fileSize)]);
-    if (bytes == nullptr || Read(bytes.get(), fileSize) != fileSize)
+        new (std::nothrow) unsigned char[static_cast<std::size_t>(announced)]);
+    if (bytes == nullptr || reader.Read(bytes.get(), announced) != announced)
         return nullptr;
-    size = fileSize;
+    size = announced;
     return bytes.release();
 }

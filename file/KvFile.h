@@ -106,10 +106,12 @@ public:
     /// Writes the characters and one zero byte. Always Success: a failure shows in Close().
     EKvFileSystemError WriteString(const TKvString<char>& text);
 
-    /// Reads the whole file from its start.
+    /// Reads the whole file from its start, decompressed when it is a compressed file.
     ///
     /// Ownership: the result is an unsigned char array from array new, the caller's to delete.
-    /// Errors:    null and size 0 when the file cannot be read whole or memory is short.
+    /// Errors:    null and size 0 when not every byte that CKvCompressedFileReader announces comes,
+    ///            or memory is short. A compressed file carries no checksum: damage that gives as
+    ///            many bytes, but others, passes.
     [[nodiscard]] void* ReadEntireFile(int& size);
 
 private:
