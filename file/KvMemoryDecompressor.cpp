@@ -25,9 +25,9 @@ int CKvMemoryDecompressor::DecompressOutputBytes(char* out, int count)
 {
     int produced = 0;
     while (produced < count) {
-        const CKvLzmaProgress step =
-            m_decoder.Decode(NextInput(count), {reinterpret_cast<unsigned char*>(out) + produced,
-                                                static_cast<std::size_t>(count - produced)});
+        const CKvLzmaProgress step = m_decoder.Decode(
+            NextInput(m_inputSize), {reinterpret_cast<unsigned char*>(out) + produced,
+                                     static_cast<std::size_t>(count - produced)});
         if (step.IsNone())
             break;
         m_inputPosition += static_cast<int>(step.consumed);

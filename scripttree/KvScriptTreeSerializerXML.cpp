@@ -10,6 +10,7 @@
 
 #include "core/KvId.h"
 #include "core/KvOutOfMemory.h"
+#include "file/KvCompressedFileReader.h"
 #include "file/KvFile.h"
 #include "file/KvWholeFileWriter.h"
 #include "scripttree/KvScriptTree.h"
@@ -124,12 +125,13 @@ bool CKvScriptTreeSerializerXML::LoadXmlFromFileHandle(CKvScriptTree& tree, CKvF
 {
     return KvFalseWhenOutOfMemory([&] {
         CKvFile file(handle);
-        const int size = file.GetSize();
+        int size = 0;
+        CKvCompressedFileReader reader(&file, size);
         if (size == 0)
             return false;
         TKvString<char> text;
         text.SetLength(size);
-        if (text.GetBuffer() == nullptr || file.Read(text.GetBuffer(), size) != size)
+        if (text.GetBuffer() == nullptr || reader.Read(text.GetBuffer(), size) != size)
             return false;
         return Parse(tree, text);  // up to a zero byte, where texts end
     });

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "core/KvCrc64.h"
+#include "tests/support/KvCompressedFiles.h"
 #include "tests/tool/GameFileCreatorFixture.h"
 
 namespace {
@@ -98,6 +99,7 @@ TEST_F(GameFileCreatorTest, WhatDoesNotLoadFailsAsLevelOrRulesAndIsSkippedAsTemp
                                          "ELF\x02\x01\x00\x00\x3C\x00",
                                          10));
     m_folder.Write("truncated", R"(<level><entity_list><entity name="door_a")");
+    m_folder.Write("compressed", KvCompressedFile(KvCompressBlock("<level/>"), 20));
     m_folder.Write("zero", std::string("<level>\0</level>", 16));
     m_folder.Write("utf8", "<?xml version=\"1.0\" encoding=\"UTF-8\"?><level>\xE2\x82");
     m_folder.Write("deep", std::string("<level>") + std::string(20000, '<') + "a>");
@@ -110,8 +112,9 @@ TEST_F(GameFileCreatorTest, WhatDoesNotLoadFailsAsLevelOrRulesAndIsSkippedAsTemp
         wide += " a" + std::to_string(i) + "='1'";
     m_folder.Write("wide", wide + "/>");
 
-    for (const char* name : {"missing", "folder", "empty", "binary", "truncated", "zero", "utf8",
-                             "deep", "nested", "wide", "folder/missing", "a.level/x"}) {
+    for (const char* name :
+         {"missing", "folder", "empty", "binary", "truncated", "compressed", "zero", "utf8", "deep",
+          "nested", "wide", "folder/missing", "a.level/x"}) {
         SCOPED_TRACE(name);
         ExpectFailure({name, "a.gamerules", "a.game", "", "", "LE"}, kBanner, TraceOf(name));
         ExpectFailure({"a.level", name, "a.game", "", "", "LE"}, kBanner + m_list, TraceOf(name));
@@ -120,6 +123,18 @@ TEST_F(GameFileCreatorTest, WhatDoesNotLoadFailsAsLevelOrRulesAndIsSkippedAsTemp
         EXPECT_EQ(result.standardOutput, kBanner + m_list);
         std::filesystem::remove(m_folder.Path("a.game"));
     }
+}
+
+TEST_F(GameFileCreatorTest, CompressedDocumentsAreReadLikePlainOnes)
+{
+    EXPECT_EQ(Run().status, 0);
+    const std::string game = m_folder.Read("a.game");
+    for (const char* name : {"a.level", "a.gamerules"})
+        m_folder.Write(name, KvCompressFile(m_folder.Read(name)));
+    const CKvProcessResult result = Run();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.standardOutput, kBanner + m_list);
+    EXPECT_EQ(m_folder.Read("a.game"), game);
 }
 
 TEST_F(GameFileCreatorTest, AnUnknownEncodingIsReadAsSingleBytes)
