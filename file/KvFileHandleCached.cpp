@@ -1,7 +1,10 @@
 #include "file/KvFileHandleCached.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
+#include <new>
+#include <utility>
 
 #include "file/KvFileSystemUnCached.h"
 
@@ -88,12 +91,32 @@ EError CKvFileHandleCached::Open(const TKvString<char>& path, EMode mode, bool u
 
 bool CKvFileHandleCached::PrepareReading()
 {
-    const int headerSize = static_cast<int>(m_header.size());
     if (m_size == 0)
         return IsAtStartOfEmptyFile(m_file);
-    if (m_size < headerSize)
-        return true;
-    return ReadAt(0, m_header.data(), headerSize) == headerSize;
+    if (m_size < kKvCompressedHeaderSize + kKvLzmaPropertiesSize)
+        return true;  // too short for a compressed file
+    if (ReadAt(0, m_header.data(), kKvCompressedHeaderSize) < kKvCompressedHeaderSize)
+        return false;
+    return !KvIsCompressed(m_header.data(), kKvCompressedHeaderSize) || PrepareDecompression();
+}
+
+/// Takes the compressed block into memory; from then on it is the source.
+bool CKvFileHandleCached::PrepareDecompression()
+{
+    const std::uint32_t size = KvGetUncompressedSize(m_header.data());
+    m_compressedSize = m_size - kKvCompressedHeaderSize;
+    const auto streamSize = static_cast<std::uint64_t>(m_compressedSize - kKvLzmaPropertiesSize);
+    if (size > INT_MAX || size > KvLzmaOutputBound(streamSize))
+        return false;
+    std::unique_ptr<char[]> block(
+        new (std::nothrow) char[static_cast<std::size_t>(m_compressedSize)]);
+    if (block == nullptr ||
+        ReadAt(kKvCompressedHeaderSize, block.get(), m_compressedSize) < m_compressedSize)
+        return false;
+    m_compressed = std::move(block);
+    m_size = static_cast<int>(size);
+    m_sourcePosition = kUnknown;
+    return MoveSourceTo(0);
 }
 
 int CKvFileHandleCached::Read(void* buffer, int size)
@@ -154,6 +177,9 @@ EError CKvFileHandleCached::Close()
         cache.position = cache.offset = cache.unread = 0;
         cache.lastUse = 0;
     }
+    m_decompressor.Release();
+    m_compressed.reset();
+    m_compressedSize = 0;
     m_size = 0;
     m_current = 0;
     m_useCounter = 0;
@@ -166,12 +192,12 @@ void CKvFileHandleCached::SetCacheSize(int sizeBytes, int cacheIndex)
     if (cacheIndex < 0 || cacheIndex >= kCacheCount)
         return;
     const bool fits = sizeBytes > 0 && sizeBytes < kDefaultCapacity;
-    m_caches[cacheIndex].capacity = fits ? sizeBytes : kDefaultCapacity;
+    m_caches[static_cast<std::size_t>(cacheIndex)].capacity = fits ? sizeBytes : kDefaultCapacity;
 }
 
 /// The cache whose window holds most bytes from the position on; if none holds it, the one that was
 /// read through least recently, or never.
-int CKvFileHandleCached::ChooseCache(int filePosition) const
+std::size_t CKvFileHandleCached::ChooseCache(int filePosition) const
 {
     const SCache* best = nullptr;
     for (const SCache& cache : m_caches)
@@ -181,7 +207,7 @@ int CKvFileHandleCached::ChooseCache(int filePosition) const
         best = std::min_element(
             m_caches.begin(), m_caches.end(),
             [](const SCache& a, const SCache& b) { return a.lastUse < b.lastUse; });
-    return static_cast<int>(best - m_caches.data());
+    return static_cast<std::size_t>(best - m_caches.data());
 }
 
 /// Fills the cache's buffer from its position on. It is empty after a failure.
@@ -201,20 +227,33 @@ int CKvFileHandleCached::ReadAt(int filePosition, char* out, int size)
 {
     if (filePosition != m_sourcePosition && !MoveSourceTo(filePosition))
         return 0;
-    const int read = ReadSource(out, size);
-    m_sourcePosition = read == size ? filePosition + read : kUnknown;
-    return read;
+    return ReadSource(out, size);
 }
 
 bool CKvFileHandleCached::MoveSourceTo(int filePosition)
 {
-    // The result does not tell whether the stream moved; where it stands does.
-    FileSystem::SeekFromStart(m_file, filePosition);
-    m_sourcePosition = FileSystem::GetPos(m_file);
+    if (m_compressed == nullptr) {
+        // The result does not tell whether the stream moved; where it stands does.
+        FileSystem::SeekFromStart(m_file, filePosition);
+        m_sourcePosition = FileSystem::GetPos(m_file);
+        return m_sourcePosition == filePosition;
+    }
+    // A decompressor knows no way back, and forwards only the one through all bytes between.
+    if (m_sourcePosition == kUnknown || m_sourcePosition > filePosition)
+        m_sourcePosition =
+            m_decompressor.Initialize(m_compressed.get(), m_compressedSize) ? 0 : kUnknown;
+    std::array<char, 4096> skipped;
+    while (m_sourcePosition != kUnknown && m_sourcePosition < filePosition)
+        ReadSource(skipped.data(),
+                   std::min(static_cast<int>(skipped.size()), filePosition - m_sourcePosition));
     return m_sourcePosition == filePosition;
 }
 
+/// Reads where the source stands, which is unknown after a failure.
 int CKvFileHandleCached::ReadSource(char* out, int size)
 {
-    return FileSystem::Read(m_file, out, size);
+    const int read = m_compressed != nullptr ? m_decompressor.DecompressOutputBytes(out, size)
+                                             : FileSystem::Read(m_file, out, size);
+    m_sourcePosition = read == size ? m_sourcePosition + read : kUnknown;
+    return read;
 }

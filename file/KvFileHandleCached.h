@@ -6,11 +6,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 
+#include "file/KvCompressedFile.h"
 #include "file/KvFileHandle.h"
+#include "file/KvMemoryDecompressor.h"
 
 /// Lengths and positions are bytes of the file, uncompressed ones where it is compressed, and those
 /// of the time when it was opened. Fields stand in the documented order.
@@ -45,8 +48,8 @@ public:
     ///         cache cannot be filled: the file has shrunk or is damaged, the disk failed or memory
     ///         is short. A part that goes straight to \a buffer, because it would fill a window or
     ///         more, gives a short count instead.
-    /// Cost:   reading a compressed file behind the place where it was last expanded expands it
-    ///         again from its start.
+    /// Cost:   a compressed file is expanded again from its start for each window that lies before
+    ///         the last one.
     [[nodiscard]] int Read(void* buffer, int size);
 
     /// Hands the bytes to the file itself; length and position of this handle stay as they are.
@@ -117,7 +120,8 @@ private:
     };
 
     bool PrepareReading();
-    int ChooseCache(int filePosition) const;
+    bool PrepareDecompression();
+    std::size_t ChooseCache(int filePosition) const;
     bool Fill(SCache& cache);
     int ReadAt(int filePosition, char* out, int size);
     bool MoveSourceTo(int filePosition);
@@ -125,13 +129,17 @@ private:
 
     CKvFileHandle* m_file = nullptr;
     int m_size = 0;
-    int m_current = 0;
+    std::size_t m_current = 0;
     std::uint64_t m_useCounter = 0;
     std::array<SCache, kCacheCount> m_caches;
     TKvString<char> m_name;
     EKvFileSystemOpenMode m_openMode;
-    std::array<char, 32> m_header = {};
+    std::array<char, kKvCompressedHeaderSize> m_header = {};
+    int m_compressedSize = 0;
+    /// The compressed block; null when the file is not compressed.
+    std::unique_ptr<char[]> m_compressed;
+    CKvMemoryDecompressor m_decompressor;
 
-    /// Where the next byte of the source comes from; -1 when that is unknown.
+    /// Where the next byte of the source, file or decompressor, comes from; -1 when unknown.
     int m_sourcePosition = -1;
 };

@@ -4,147 +4,156 @@
 
 #include <algorithm>
 #include <climits>
-#include <filesystem>
-#include <numeric>
 #include <random>
 
+#include "tests/support/KvCompressedFiles.h"
 #include "tests/support/KvFaultyDisk.h"
 #include "tests/support/KvTemporaryFolder.h"
 
 namespace {
 
 using EError = EKvFileSystemError;
+constexpr EKvFileSystemOpenMode kMode = EKvFileSystemOpenMode::ReadBinary;
 
+/// Bytes that differ from place to place and can be compressed.
+std::string Content(std::size_t size)
+{
+    std::string bytes(size, '\0');
+    for (std::size_t i = 0; i < size; ++i)
+        bytes[i] = static_cast<char>(i % 7 < 4 ? i * i >> 11 : i >> 6);
+    return bytes;
+}
+
+/// A handle of a file that should give this content.
 class CHandle : public CKvFileHandleCached
 {
 public:
-    explicit CHandle(const std::string& path)
-        : CKvFileHandleCached(path.c_str(), EKvFileSystemOpenMode::ReadBinary)
+    CHandle(const std::string& file, const std::string& content)
+        : CKvFileHandleCached(nullptr, kMode), m_content(content), m_path(m_folder.Write("f", file))
     {
     }
 
-    EError Open() { return CKvFileHandleCached::Open(GetName(), GetOpenMode(), false); }
+    EError Open() { return CKvFileHandleCached::Open(m_path.c_str(), kMode, false); }
     using CKvFileHandleCached::SetCacheSize;
 
-    /// What a read delivers; \a result is what it returned.
-    std::string Bytes(int size, int& result)
+    /// Reads, and holds the bytes and the position against the content; gives what Read() did.
+    int ReadRight(int size)
     {
-        std::string bytes(static_cast<std::size_t>(size), '?');
-        result = Read(bytes.data(), size);
-        return bytes.substr(0, static_cast<std::size_t>(std::max(result, 0)));
+        const int start = FilePos();
+        std::vector<char> bytes(static_cast<std::size_t>(size));
+        const int read = Read(bytes.data(), size);
+        const int count = std::max(read, 0);
+        EXPECT_TRUE(std::equal(bytes.begin(), bytes.begin() + count, m_content.begin() + start));
+        EXPECT_EQ(FilePos(), start + count);
+        return read;
     }
-};
 
-/// Bytes that differ from place to place and can be compressed.
-std::string Content(int size)
-{
-    std::minstd_rand random(1);
-    std::string bytes;
-    while (bytes.size() < static_cast<std::size_t>(size))
-        bytes.append(1 + random() % 9, static_cast<char>(random() % 200));
-    return bytes.substr(0, static_cast<std::size_t>(size));
-}
+    /// The operations on the disk that reading one byte at each place takes.
+    int CountOperations(const std::vector<int>& places)
+    {
+        const CKvFaultyDisk disk;
+        for (const int place : places)
+            EXPECT_TRUE(SeekStart(place) && ReadRight(1) == 1);
+        return disk.GetCount();
+    }
 
-class KvFileHandleCachedTest : public testing::Test
-{
-protected:
+    /// Opens, reads at several places and closes; true when all of that went well.
+    bool ReadAround()
+    {
+        const bool opened = Open() == EError::Success;
+        bool complete = opened;
+        for (const int place : {100, 8190, 40960, 0}) {
+            const int few = ReadRight(40);
+            EXPECT_TRUE(few == (opened ? 40 : 0) || few == kReadFailed);
+            complete = ReadRight(9000) == 9000 && few == 40 && complete;
+            EXPECT_TRUE(SeekStart(place) == opened && !SeekEnd(0));
+        }
+        return Close() == EError::Success && complete;
+    }
+
+private:
     CKvTemporaryFolder m_folder;
+    const std::string& m_content;
+    const std::string m_path;
 };
 
 /// Random operations beside a model that is nothing but a position.
-void ExpectBehavesAsItsContent(const std::string& path, const std::string& content, int steps)
+void Exercise(const std::string& file, const std::string& content, int steps)
 {
-    std::minstd_rand random(7);
-    const auto below = [&random](int bound) { return static_cast<int>(random() % bound); };
+    CHandle handle(file, content);
     const int size = static_cast<int>(content.size());
-    std::int64_t position = 0;
-    std::vector<int> places(12);
-    CHandle handle(path);
-    ASSERT_EQ(handle.Open(), EError::Success);
-    for (int step = 0; step < steps; ++step) {
+    std::minstd_rand random(7);
+    const auto below = [&random](int bound) { return static_cast<int>(random() >> 1) % bound; };
+    std::array<int, 12> places = {};  // more than there are caches
+    EXPECT_EQ(handle.Open(), EError::Success);
+    for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step) {
         int& place = places[random() % places.size()];
-        if (below(20) == 0)
-            handle.SetCacheSize(below(9000), below(10) - 1);
-        switch (below(6)) {
-            case 0:  // at a border of a window, or anywhere
-                position = below(2) != 0 ? below(size / 8192 + 2) * 8192 + below(5) - 2
-                                         : below(size + 200) - 100;
-                handle.SeekStart(static_cast<int>(position));
-                break;
-            case 1: {
-                const int extremes[] = {INT_MIN, INT_MAX, -8192, 8192};
-                const int offset = below(10) == 0 ? extremes[below(4)] : below(4001) - 2000;
-                position += offset;
-                handle.SeekCurrent(offset);
-                break;
-            }
-            default:  // read on at one of more places than there are caches
-                position = place;
-                handle.SeekStart(place);
-        }
-        position = std::clamp<std::int64_t>(position, 0, size);
-        const int wanted = below(8) == 0 ? below(20001) : below(700);
-        int read = 0;
-        const std::string bytes = handle.Bytes(wanted, read);
-        const auto expected =
-            content.substr(static_cast<std::size_t>(position), static_cast<std::size_t>(wanted));
-        ASSERT_EQ(read, static_cast<int>(expected.size())) << "step " << step;
-        ASSERT_TRUE(bytes == expected) << "step " << step;
-        position += read;
-        ASSERT_EQ(handle.FilePos(), position);
-        ASSERT_EQ(handle.EndOfFile(), size - position - 1);
-        place = static_cast<int>(below(40) == 0 ? below(size + 1) : position);
-    }
-    EXPECT_EQ(handle.GetFileLength(), size);
-    EXPECT_EQ(handle.Close(), EError::Success);
-}
-
-TEST_F(KvFileHandleCachedTest, RandomOperationsDeliverWhatTheFileHolds)
-{
-    for (const int size : {0, 1, 31, 32, 33, 8191, 8192, 8193, 20000, 200001}) {
-        SCOPED_TRACE(size);
-        const std::string content = Content(size);
-        ExpectBehavesAsItsContent(m_folder.Write("plain", content), content, 3000);
-    }
-}
-
-/// Reads one byte at each place and gives the operations on the disk that this took.
-int CountOperations(CHandle& handle, const std::vector<int>& places)
-{
-    const CKvFaultyDisk disk;
-    int read = 0;
-    for (const int place : places) {
+        if (below(5) == 0)  // at the border of a window, or anywhere
+            place = below(2) != 0 ? below(30) * 8192 + below(5) - 2 : below(size + 200) - 100;
+        handle.SetCacheSize(below(9000), below(200) - 1);
         handle.SeekStart(place);
-        handle.Bytes(1, read);
-        EXPECT_EQ(read, 1);
+        int expected = std::clamp(place, 0, size);
+        if (below(5) == 0) {
+            const int offset = below(10) != 0  ? below(4000) - 2000
+                               : below(2) != 0 ? INT_MIN
+                                               : INT_MAX;
+            handle.SeekCurrent(offset);
+            expected = std::clamp(std::min(offset, size) + expected, 0, size);
+        }
+        EXPECT_EQ(handle.FilePos(), expected);
+        const int wanted = below(8) == 0 ? below(20001) : below(700);
+        EXPECT_EQ(handle.ReadRight(wanted), std::min(wanted, size - expected)) << size;
+        EXPECT_EQ(handle.EndOfFile(), size - handle.FilePos() - 1);
+        place = handle.FilePos();
     }
-    return disk.GetCount();
 }
 
-TEST_F(KvFileHandleCachedTest, WhatAWindowHoldsIsNotReadAgain)
+TEST(KvFileHandleCachedTest, RandomOperationsDeliverWhatTheFileHolds)
 {
-    constexpr int kSize = 200000;
-    const std::string content = Content(kSize);
-    CHandle handle(m_folder.Write("file", content));
+    for (const std::size_t size : {0U, 1U, 31U, 32U, 33U, 8191U, 8192U, 8193U, 20000U, 200001U}) {
+        const std::string content = Content(size);
+        Exercise(content, content, 3000);
+        Exercise(KvCompressFile(content), content, 500);  // each way back expands from the start
+    }
+}
+
+TEST(KvFileHandleCachedTest, WhatAWindowHoldsIsNotReadAgain)
+{
+    const std::string content = Content(200000);
+    CHandle handle(content, content);
     ASSERT_EQ(handle.Open(), EError::Success);
-    std::vector<int> forwards(kSize);
-    std::iota(forwards.begin(), forwards.end(), 0);
-    constexpr int kMove = 2;  // seek and check
-    EXPECT_EQ(CountOperations(handle, forwards), kMove + 25);
+    std::vector<int> inTurn;  // eight readers, each of four windows
+    for (int i = 0; i < 200000; ++i)
+        inTurn.push_back(i % 8 * 25000 + i / 8);
+    EXPECT_LE(handle.CountOperations(inTurn), 8 * 4 * 3);  // a seek, its check and a read each
+    handle.CountOperations({9999, 20000, 40000, 60000, 80000, 100000, 120000, 140000});
+    EXPECT_EQ(handle.CountOperations({9999, 10005, 9999, 60000, 148191}), 0);
+    // The one that was read least recently makes room for a ninth.
+    EXPECT_EQ(handle.CountOperations({160000}), 3);
+    EXPECT_EQ(handle.CountOperations({40000, 140000, 9999, 60000}), 0);
+    EXPECT_EQ(handle.CountOperations({20000}), 3);
+}
 
-    std::vector<int> interleaved;
-    for (int i = 0; i < kSize / 8; ++i)
-        for (int stream = 0; stream < 8; ++stream)
-            interleaved.push_back(stream * kSize / 8 + i);
-    EXPECT_LE(CountOperations(handle, interleaved), 8 * 4 * (kMove + 1));
-
-    const std::vector<int> eight = {9999, 20000, 40000, 60000, 80000, 100000, 120000, 140000};
-    CountOperations(handle, eight);
-    EXPECT_EQ(CountOperations(handle, {9999, 10005, 9999, 60000, 148191}), 0);
-    // The one that was used least recently makes room for a ninth.
-    EXPECT_EQ(CountOperations(handle, {160000}), kMove + 1);
-    EXPECT_EQ(CountOperations(handle, {40000, 140000, 9999, 60000}), 0);
-    EXPECT_EQ(CountOperations(handle, {20000}), kMove + 1);
+TEST(KvFileHandleCachedTest, NeitherAFailingDiskNorACutFileMakesWrongBytes)
+{
+    const std::string content = Content(50000);
+    const std::string packed = KvCompressFile(content);
+    int runs = 0;
+    for (const std::string& file : {content, packed})
+        for (const auto faults :
+             {CKvFaultyDisk::EFaults::Once, CKvFaultyDisk::EFaults::FromThenOn}) {
+            CHandle handle(file, content);
+            int failing = 0;
+            for (bool failed = true; failed; ++runs) {
+                const CKvFaultyDisk disk(++failing, faults);
+                const bool complete = handle.ReadAround();
+                failed = disk.HasFailed();
+                EXPECT_TRUE(complete || failed) << failing;
+            }
+        }
+    EXPECT_EQ(runs, 74);
+    for (std::size_t size = 37; size < packed.size(); size += size < 64 ? 1 : 997)
+        EXPECT_FALSE(CHandle(packed.substr(0, size), content).ReadAround()) << size;
 }
 
 }  // namespace
