@@ -123,6 +123,7 @@ TEST(KvFileHandleCachedTest, WhatAWindowHoldsIsNotReadAgain)
     CHandle handle(content, content);
     ASSERT_EQ(handle.Open(), EError::Success);
     std::vector<int> inTurn;  // eight readers, each of four windows
+    inTurn.reserve(content.size());
     for (int i = 0; i < 200000; ++i)
         inTurn.push_back(i % 8 * 25000 + i / 8);
     EXPECT_LE(handle.CountOperations(inTurn), 8 * 4 * 3);  // a seek, its check and a read each
