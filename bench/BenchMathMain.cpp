@@ -88,10 +88,10 @@ void MultiplyMatricesByHand(CSamples& samples)
         float* a = &samples.matrices.floats[16 * i];
         const float* b = &samples.rotations.floats[16 * i];
         float product[16];
-        for (int row = 0; row < 4; ++row) {
-            for (int column = 0; column < 4; ++column) {
+        for (std::size_t row = 0; row < 4; ++row) {
+            for (std::size_t column = 0; column < 4; ++column) {
                 float sum = a[4 * row] * b[column];
-                for (int k = 1; k < 4; ++k)
+                for (std::size_t k = 1; k < 4; ++k)
                     sum += a[4 * row + k] * b[4 * k + column];
                 product[4 * row + column] = sum;
             }

@@ -19,7 +19,6 @@ struct TKvFloatVector : TKvComponentWise<D, float>
     /// The sum of the absolute components.
     [[nodiscard]] constexpr float GetLength1() const
     {
-        using Math = TKvComponentMath<float>;
         return D::Combine(Math::Absolute, this->Self()).Reduce(Math::Add);
     }
 
@@ -36,4 +35,7 @@ struct TKvFloatVector : TKvComponentWise<D, float>
     }
 
     constexpr bool operator==(const TKvFloatVector&) const = default;
+
+protected:
+    using Math = TKvComponentMath<float>;
 };

@@ -51,6 +51,14 @@ struct CKvQuaternion : TKvLinear<CKvQuaternion, float>
         packed->Set(x, y, z, w < 0.0F);
     }
 
+    /// Hook of the component-wise arithmetic; it stands before the members that use it, since some
+    /// compilers read the bodies in this order.
+    template <typename Op>
+    static constexpr CKvQuaternion Combine(Op op, const auto&... values)
+    {
+        return {op(values.x...), op(values.y...), op(values.z...), op(values.w...)};
+    }
+
     /// The component of this place; any index beyond gives w.
     constexpr float& operator[](int index)
     {
@@ -148,13 +156,6 @@ struct CKvQuaternion : TKvLinear<CKvQuaternion, float>
         const CKvVector3 u(x, y, z);
         const CKvVector3 twice = u.CrossProduct(vector) * 2.0F;
         return vector + twice * w + u.CrossProduct(twice);
-    }
-
-    /// Hook of the component-wise arithmetic.
-    template <typename Op>
-    static constexpr CKvQuaternion Combine(Op op, const auto&... values)
-    {
-        return {op(values.x...), op(values.y...), op(values.z...), op(values.w...)};
     }
 };
 
