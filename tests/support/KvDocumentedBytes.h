@@ -3,7 +3,6 @@
 #pragma once
 
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -11,17 +10,18 @@
 /// when an offset is not the number of the bytes before it.
 inline std::string KvDocumentedBytes(const std::string& path)
 {
-    const std::regex row(R"(\| (\d+) \| `([0-9A-F ]+)` \|.*)");
     std::ifstream document(path);
     std::string bytes;
-    std::smatch cells;
     for (std::string line; std::getline(document, line);) {
-        if (!std::regex_match(line, cells, row))
+        std::istringstream cells(line);
+        std::size_t offset = 0;
+        char bars[2] = {};
+        char quote = 0;
+        if (!(cells >> bars[0] >> offset >> bars[1] >> quote) || quote != '`')
             continue;
-        if (std::stoul(cells[1]) != bytes.size())
+        if (offset != bytes.size())
             return "";
-        std::istringstream hex(cells[2]);
-        for (int byte = 0; hex >> std::hex >> byte;)
+        for (int byte = 0; cells >> std::hex >> byte;)
             bytes += static_cast<char>(byte);
     }
     return bytes;
