@@ -5,13 +5,17 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "bench/KvBenchRandom.h"
 #include "core/KvCrc64.h"
+#include "core/KvHashTable.h"
 #include "core/KvIdentifier.h"
 #include "core/KvNumberText.h"
+#include "core/KvSaltedHash.h"
 #include "core/KvString.h"
 
 namespace {
@@ -65,6 +69,76 @@ void IdentifierOfKnownText(benchmark::State& state)
         benchmark::DoNotOptimize(CKvIdentifier(names[next++ % kNames].c_str()));
 }
 BENCHMARK(IdentifierOfKnownText);
+
+/// An entry as large as those that managers keep, so that each stands in a cache line of its own.
+struct CEntry
+{
+    std::uint64_t crc = 0;
+    std::array<char, 56> rest = {};
+};
+
+struct CEntryPolicy
+{
+    using Key = std::uint64_t;
+
+    static Key GetKey(const CEntry& entry) { return entry.crc; }
+    static bool MatchKey(const CEntry& entry, Key key) { return entry.crc == key; }
+    static int CreateHash(Key key) { return static_cast<int>(static_cast<std::uint32_t>(key)); }
+};
+
+constexpr int kTableLog2 = 13;
+
+/// The library's table behind the two operations that the comparison needs.
+template <class TPolicy>
+struct CLibraryTable
+{
+    TKvHashTable<CEntry, TPolicy> table{kTableLog2};
+
+    void Add(CEntry& entry) { table.Insert(&entry); }
+    CEntry* Find(std::uint64_t crc) const { return table.Find(crc); }
+};
+
+/// What it is compared with.
+struct CStandardTable
+{
+    std::unordered_map<std::uint64_t, CEntry*> table;
+
+    void Add(CEntry& entry) { table.emplace(entry.crc, &entry); }
+    CEntry* Find(std::uint64_t crc) const
+    {
+        const auto found = table.find(crc);
+        return found != table.end() ? found->second : nullptr;
+    }
+};
+
+/// Looks up what is there (argument 1) or is not (0) among 100,000 entries, in an order that no
+/// cache foresees, and reads what it found.
+template <class TTable>
+void FindByIdentifier(benchmark::State& state)
+{
+    constexpr std::size_t kEntries = 100'000;
+    CKvBenchRandom random(1);
+    std::vector<CEntry> entries(kEntries);
+    TTable table;
+    for (CEntry& entry : entries) {
+        entry.crc = random.Next();
+        table.Add(entry);
+    }
+    std::vector<std::uint64_t> wanted(kEntries);
+    for (std::uint64_t& crc : wanted)
+        crc = state.range(0) != 0 ? entries[random.Below(kEntries)].crc : random.Next();
+    std::size_t next = 0;
+    std::uint64_t sum = 0;
+    for ([[maybe_unused]] auto step : state) {
+        const CEntry* found = table.Find(wanted[next]);
+        sum += found != nullptr ? found->crc : 0;
+        next = next + 1 < kEntries ? next + 1 : 0;
+    }
+    benchmark::DoNotOptimize(sum);
+}
+BENCHMARK(FindByIdentifier<CLibraryTable<CEntryPolicy>>)->Arg(1)->Arg(0);
+BENCHMARK(FindByIdentifier<CLibraryTable<TKvSaltedPolicy<CEntryPolicy>>>)->Arg(1)->Arg(0);
+BENCHMARK(FindByIdentifier<CStandardTable>)->Arg(1)->Arg(0);
 
 /// Floats as documents have them: six decimals, below 2000.
 std::vector<float> MakeFloats()

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "core/KvCrc64.h"
+#include "core/KvSaltedHash.h"
 #include "core/KvString.h"
 
 /// A plain value. Fields stand in the documented order.
@@ -62,3 +63,9 @@ private:
     std::uint64_t m_crc = kKvCrc64Initial;
     const char* m_text = nullptr;
 };
+
+/// For tables that are keyed by identifiers, as TKvSaltedPolicy makes them.
+inline std::uint32_t KvSaltedHash(const CKvIdentifier& identifier)
+{
+    return KvSaltedHash(identifier.GetCrc64());
+}

@@ -7,18 +7,6 @@
 #include "core/KvSaltedHash.h"
 #include "core/KvText.h"
 
-namespace {
-
-/// Looks entries up by a hash that outsiders cannot predict; under the documented one, names chosen
-/// to share their low bits would make probing quadratic.
-class CSaltedPolicy : public CKvIdentifierHashPolicy
-{
-public:
-    static int CreateHash(Key key) { return static_cast<int>(KvSaltedHash(key)); }
-};
-
-}  // namespace
-
 /// Entries in the order of their registration, which fixes their order in a hash file.
 class CKvIdentifierManager::CTable
 {
@@ -45,7 +33,9 @@ public:
 
 private:
     std::vector<std::unique_ptr<Entry>> m_entries;
-    TKvHashTable<Entry, CSaltedPolicy> m_index;
+
+    /// Under the documented hash, names chosen to share its bits would make probing quadratic.
+    TKvHashTable<Entry, TKvSaltedPolicy<CKvIdentifierHashPolicy>> m_index;
     std::size_t m_refusedAt = 0;
 };
 

@@ -16,3 +16,15 @@ struct CKvSaltedHash
 {
     std::size_t operator()(std::uint64_t key) const { return KvSaltedHash(key); }
 };
+
+/// A policy of TKvHashTable with its start slots salted, for tables whose keys come from outside.
+/// A key that is no number has an overload of KvSaltedHash() beside its type.
+template <class TPolicy>
+class TKvSaltedPolicy : public TPolicy
+{
+public:
+    static int CreateHash(const typename TPolicy::Key& key)
+    {
+        return static_cast<int>(KvSaltedHash(key));
+    }
+};
