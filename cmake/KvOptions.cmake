@@ -6,6 +6,9 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Kind of build" FORCE)
 endif()
 
+# Float results are the same on every processor: none fuses a product and a sum into one rounding.
+add_compile_options(-ffp-contract=off)
+
 if(KV_SANITIZE)
     add_compile_options(-fsanitize=${KV_SANITIZE} -fno-sanitize-recover=all
                         -fno-omit-frame-pointer -O1)
