@@ -1,0 +1,72 @@
+#include "reflection/KvReflectionInformationSnapShot.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace {
+
+using Information = CKvReflectionInformation;
+
+static_assert(sizeof(CKvResource*) <= CKvBasicVariant::max_value_byte_size);
+
+CKvBasicVariant HoldResource(CKvResource* resource)
+{
+    CKvBasicVariant value;
+    std::memcpy(value.GetMutableDataPtr(), &resource, sizeof resource);
+    return value;
+}
+
+CKvResource* HeldResource(const CKvBasicVariant& value)
+{
+    CKvResource* resource = nullptr;
+    std::memcpy(&resource, value.GetConstDataPtr(), sizeof resource);
+    return resource;
+}
+
+}  // namespace
+
+CKvReflectionInformationSnapShot::CKvReflectionInformationSnapShot(
+    const CKvReflectionInformation& information, void* object)
+    : m_information(information), m_object(object)
+{
+    if (m_object == nullptr)
+        return;
+    if (m_information.GetType() == Information::TYPE_STRING)
+        m_text = m_information.GetValueString(m_object);
+    else if (m_information.GetType() == Information::TYPE_RESOURCE)
+        m_value = HoldResource(m_information.GetValueResource(m_object));
+    else
+        m_value = m_information.GetValueVariant(m_object);
+}
+
+void CKvReflectionInformationSnapShot::BackUp()
+{
+    CKvReflectionInformationSnapShot current(m_information, m_object);
+    if (m_object == nullptr)
+        return;
+    if (m_information.GetType() == Information::TYPE_STRING)
+        m_information.SetValueString(m_object, m_text);
+    else if (m_information.GetType() == Information::TYPE_RESOURCE)
+        m_information.SetValueResource(m_object, HeldResource(m_value));
+    else
+        m_information.SetValueVariant(m_object, m_value);
+    m_value = current.m_value;
+    m_text = std::move(current.m_text);
+}
+
+void CKvReflectionInformationSnapShot::SaveReflectionInformation(
+    const CKvArray<CKvArray<CKvReflectionInformation>>& informations,
+    const CKvArray<void*>& objects, CKvArray<CKvReflectionInformationSnapShot*>& snapshots)
+{
+    const int count = std::min(informations.GetCount(), objects.GetCount());
+    for (int i = 0; i < count; ++i) {
+        for (const CKvReflectionInformation& information : informations[i]) {
+            auto snapshot =
+                std::make_unique<CKvReflectionInformationSnapShot>(information, objects[i]);
+            snapshots.Add(snapshot.get());
+            static_cast<void>(snapshot.release());  // the caller's from here on
+        }
+    }
+}
