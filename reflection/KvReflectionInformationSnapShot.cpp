@@ -9,19 +9,19 @@ namespace {
 
 using Information = CKvReflectionInformation;
 
-static_assert(sizeof(CKvResource*) <= CKvBasicVariant::max_value_byte_size);
+static_assert(sizeof(void*) <= CKvBasicVariant::max_value_byte_size);
 
 CKvBasicVariant HoldResource(CKvResource* resource)
 {
     CKvBasicVariant value;
-    std::memcpy(value.GetMutableDataPtr(), &resource, sizeof resource);
+    std::memcpy(value.GetMutableDataPtr(), &resource, sizeof(void*));
     return value;
 }
 
 CKvResource* HeldResource(const CKvBasicVariant& value)
 {
     CKvResource* resource = nullptr;
-    std::memcpy(&resource, value.GetConstDataPtr(), sizeof resource);
+    std::memcpy(&resource, value.GetConstDataPtr(), sizeof(void*));
     return resource;
 }
 

@@ -133,9 +133,9 @@ protected:
     {
         V expected;
         const T value = Example<T>(second);
-        if (TKind::storedAs >= 0)
+        if constexpr (TKind::storedAs >= 0)
             expected.SetValueFromMemory(&value, static_cast<V::EType>(TKind::storedAs));
-        else if (TKind::type == I::TYPE_RESOURCE)
+        else if constexpr (TKind::type == I::TYPE_RESOURCE)
             std::memcpy(expected.GetMutableDataPtr(), &value, sizeof(void*));
         if constexpr (TKind::type == I::TYPE_STRING) {
             EXPECT_EQ(snapshot.GetText(), value);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <numeric>
 #include <string>
 
 #include "reflection/KvRTTI.h"
@@ -93,8 +94,7 @@ TEST(KvReflectionInformationSnapShotTest, SavesObjectByObjectAsFarAsBothListsGo)
 TEST(KvReflectionStateTest, HoldsTheValuesOfUpTo16BytesFromAnyAddress)
 {
     alignas(8) unsigned char object[128];
-    for (unsigned char i = 0; i < sizeof object; ++i)
-        object[i] = i;
+    std::iota(object, std::end(object), static_cast<unsigned char>(0));
     CKvArray<Information> fields;
     fields.Add(Information(CKvIdentifier("place"), Information::TYPE_VECTOR4, 1));
     fields.Add(Information(CKvIdentifier("health"), Information::TYPE_INT, 17));
