@@ -16,8 +16,7 @@ using I = CKvReflectionInformation;
 using V = CKvBasicVariant;
 
 // How a snapshot stores a kind: as one of the variants, or
-constexpr int kNotAtAll = -2;
-constexpr int kAsTextOrPointer = -1;
+constexpr int kNotAtAll = -2, kAsTextOrPointer = -1;
 
 template <int kType, auto kSet, auto kGet, int kStoredAs>
 struct SKind
