@@ -196,8 +196,17 @@ void CKvPooledObjectManager::DestroyPool(const CKvIdentifier& pool)
 
 void CKvPooledObjectManager::DestroyAllPools()
 {
-    for (int i = 0; i < m_pools.GetCount(); ++i)
-        m_pools[i]->DestroyObjects();
+    // Objects that go may fill pools that are empty already.
+    bool isEmpty = false;
+    while (!isEmpty) {
+        isEmpty = true;
+        for (int i = 0; i < m_pools.GetCount(); ++i) {
+            if (m_pools[i]->GetObjectCount() > 0 && !m_pools[i]->IsBusy()) {
+                m_pools[i]->DestroyObjects();
+                isEmpty = false;
+            }
+        }
+    }
     CKvArray<std::unique_ptr<CKvObjectPool>> busy;
     for (std::unique_ptr<CKvObjectPool>& pool : m_pools) {
         if (pool->IsBusy())
