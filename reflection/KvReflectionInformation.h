@@ -253,7 +253,8 @@ private:
     T Read(const void* object) const
     {
         T value;
-        std::memcpy(&value, ValueOf(object), sizeof value);
+        // A pointer is a value here. NOLINTNEXTLINE(bugprone-sizeof-expression)
+        std::memcpy(&value, ValueOf(object), sizeof(T));
         return value;
     }
 
@@ -266,12 +267,15 @@ private:
     template <typename T>
     void Write(void* object, const T& value) const
     {
-        if (m_setter != nullptr)
+        if (m_setter != nullptr) {
             m_setter(object, &value);
-        else if constexpr (std::is_trivially_copyable_v<T>)
-            std::memmove(FieldOf(object), &value, sizeof value);  // may be the field itself
-        else
+        } else if constexpr (std::is_trivially_copyable_v<T>) {
+            // By memmove, since the value may be the field.
+            // NOLINTNEXTLINE(bugprone-sizeof-expression)
+            std::memmove(FieldOf(object), &value, sizeof(T));
+        } else {
             *static_cast<T*>(FieldOf(object)) = value;
+        }
     }
 
     CKvIdentifier m_identifier;

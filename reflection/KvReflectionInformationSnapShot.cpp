@@ -9,19 +9,19 @@ namespace {
 
 using Information = CKvReflectionInformation;
 
-static_assert(sizeof(CKvResource*) <= CKvBasicVariant::max_value_byte_size);
+static_assert(sizeof(void*) <= CKvBasicVariant::max_value_byte_size);
 
 CKvBasicVariant HoldResource(CKvResource* resource)
 {
     CKvBasicVariant value;
-    std::memcpy(value.GetMutableDataPtr(), &resource, sizeof resource);
+    std::memcpy(value.GetMutableDataPtr(), &resource, sizeof(void*));
     return value;
 }
 
 CKvResource* HeldResource(const CKvBasicVariant& value)
 {
     CKvResource* resource = nullptr;
-    std::memcpy(&resource, value.GetConstDataPtr(), sizeof resource);
+    std::memcpy(&resource, value.GetConstDataPtr(), sizeof(void*));
     return resource;
 }
 
@@ -33,27 +33,24 @@ CKvReflectionInformationSnapShot::CKvReflectionInformationSnapShot(
 {
     if (m_object == nullptr)
         return;
-    if (m_information.GetType() == Information::TYPE_STRING)
-        m_text = m_information.GetValueString(m_object);
-    else if (m_information.GetType() == Information::TYPE_RESOURCE)
-        m_value = HoldResource(m_information.GetValueResource(m_object));
-    else
-        m_value = m_information.GetValueVariant(m_object);
+    m_value = GetCurrentValue();
+    m_text = GetCurrentText();
 }
 
 void CKvReflectionInformationSnapShot::BackUp()
 {
-    CKvReflectionInformationSnapShot current(m_information, m_object);
     if (m_object == nullptr)
         return;
+    const CKvBasicVariant value = GetCurrentValue();
+    TKvString<char> text = GetCurrentText();
     if (m_information.GetType() == Information::TYPE_STRING)
         m_information.SetValueString(m_object, m_text);
     else if (m_information.GetType() == Information::TYPE_RESOURCE)
         m_information.SetValueResource(m_object, HeldResource(m_value));
     else
         m_information.SetValueVariant(m_object, m_value);
-    m_value = current.m_value;
-    m_text = std::move(current.m_text);
+    m_value = value;
+    m_text = std::move(text);
 }
 
 void CKvReflectionInformationSnapShot::SaveReflectionInformation(
@@ -69,4 +66,18 @@ void CKvReflectionInformationSnapShot::SaveReflectionInformation(
             static_cast<void>(snapshot.release());  // the caller's from here on
         }
     }
+}
+
+CKvBasicVariant CKvReflectionInformationSnapShot::GetCurrentValue() const
+{
+    if (m_information.GetType() == Information::TYPE_RESOURCE)
+        return HoldResource(m_information.GetValueResource(m_object));
+    return m_information.GetValueVariant(m_object);
+}
+
+TKvString<char> CKvReflectionInformationSnapShot::GetCurrentText() const
+{
+    if (m_information.GetType() == Information::TYPE_STRING)
+        return m_information.GetValueString(m_object);
+    return TKvString<char>();
 }

@@ -53,6 +53,9 @@ public:
     const TKvString<char>& GetText() const { return m_text; }
 
 private:
+    CKvBasicVariant GetCurrentValue() const;
+    TKvString<char> GetCurrentText() const;
+
     CKvReflectionInformation m_information;
     void* m_object = nullptr;
     CKvBasicVariant m_value;
