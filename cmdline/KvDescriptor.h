@@ -13,8 +13,7 @@
 
 #include <memory>
 
-#include "cmdline/KvCommandCallback.h"
-#include "cmdline/KvParameterCallback.h"
+#include "cmdline/KvCallbacks.h"
 #include "cmdline/KvParameterValue.h"
 #include "core/KvArray.h"
 #include "core/KvString.h"
