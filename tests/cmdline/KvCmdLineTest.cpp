@@ -73,6 +73,7 @@ void Declare(CKvDescriptor& descriptor)
         .AddLongAlias("talk")
         .AddSwitch("b", "bool", "A bool", false, &Result::OnFlag)
         .AddSwitch("n", "number", "A number", 7, &Result::OnInt)
+        .AddAlias("num")
         .AddLongAlias("")
         .AddSwitch("n", "number", "Later, so without a name", 8)
         .AddSwitch("f", nullptr, "A float", 0.5F)
@@ -173,7 +174,7 @@ TEST(KvCmdLineTest, EveryFormOfAWordHasItsMeaning)
         {"-v- x", "4 The switch 'v' cannot be toggled off, unlike a boolean value."},
         {"--no-verbose", "4 The switch 'verbose' cannot be preceded by 'no-'."},
         {"-n5 -n -5 --number 0x9 --no-number -bn4-", "int=5 int=-5 int=0 int=0 flag=on int=4"},
-        {"-- 3 --no-", "int=3 int=0"},
+        {"-- 3 --no- -num -4", "int=3 int=0 int=-4"},
         {"-n --verbose --text", "int=0"},
         {"- x", "4 Empty short form parameter."},
         {"-vx", "flag=on " + unknownShort + "x."},
@@ -261,7 +262,7 @@ TEST(KvCmdLineTest, TheHelpPageListsEveryCommandBehindItsOwner)
               "Builds things\n"
               "Usage: program [command [subcommand...]] [options...] [extra arguments...]\n"
               "Options:\n -v :\n -talk :\n --verbose :\n --talk : More output\n"
-              " -b :\n --bool : A bool\n -n :\n --number :\n -- : A number\n"
+              " -b :\n --bool : A bool\n -n :\n -num :\n --number :\n -- : A number\n"
               " -f : A float\n --text : A text\n"
               "Expected arguments:\n (1) Input file\n"
               "Commands:\n * add : Adds one\n"
