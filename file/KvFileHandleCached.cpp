@@ -19,13 +19,6 @@ constexpr int kUnknown = -1;
 /// Buffers begin at a cache line.
 constexpr std::size_t kAlignment = 64;
 
-/// Tells an empty file from one whose size is unknown or too large, which is 0 as well.
-bool IsAtStartOfEmptyFile(CKvFileHandle* file)
-{
-    char byte = 0;
-    return FileSystem::GetPos(file) == 0 && FileSystem::Read(file, &byte, 1) == 0;
-}
-
 }  // namespace
 
 bool CKvFileHandleCached::SCache::Holds(int filePosition) const
@@ -81,8 +74,9 @@ EError CKvFileHandleCached::Open(const TKvString<char>& path, EMode mode, bool u
     const EError error = FileSystem::Open(m_file, path, mode, useBigFiles);
     if (error != EError::Success)
         return error;
-    m_size = FileSystem::GetSize(m_file);
     const bool reads = mode == EMode::ReadBinary || mode == EMode::ReadText;
+    if (!reads)
+        m_size = FileSystem::GetSize(m_file);
     if (!reads || PrepareReading())
         return EError::Success;
     Close();
@@ -91,8 +85,9 @@ EError CKvFileHandleCached::Open(const TKvString<char>& path, EMode mode, bool u
 
 bool CKvFileHandleCached::PrepareReading()
 {
-    if (m_size == 0)
-        return IsAtStartOfEmptyFile(m_file);
+    if (!FileSystem::MeasureWhole(m_file, m_size))
+        return false;
+    m_sourcePosition = 0;
     if (m_size < kKvCompressedHeaderSize + kKvLzmaPropertiesSize)
         return true;  // too short for a compressed file
     if (ReadAt(0, m_header.data(), kKvCompressedHeaderSize) < kKvCompressedHeaderSize)
@@ -249,11 +244,15 @@ bool CKvFileHandleCached::MoveSourceTo(int filePosition)
     return m_sourcePosition == filePosition;
 }
 
-/// Reads where the source stands, which is unknown after a failure.
+/// Reads where the source stands, which is unknown after a failure. A file gives all bytes or none:
+/// Read() would give zeros for those that an archive has lost.
 int CKvFileHandleCached::ReadSource(char* out, int size)
 {
-    const int read = m_compressed != nullptr ? m_decompressor.DecompressOutputBytes(out, size)
-                                             : FileSystem::Read(m_file, out, size);
+    int read = 0;
+    if (m_compressed != nullptr)
+        read = m_decompressor.DecompressOutputBytes(out, size);
+    else if (FileSystem::AsyncRead(m_file, out, size) == EError::Success)
+        read = size;
     m_sourcePosition = read == size ? m_sourcePosition + read : kUnknown;
     return read;
 }
