@@ -100,8 +100,7 @@ bool CKvFileHandleCached::PrepareDecompression()
 {
     const std::uint32_t size = KvGetUncompressedSize(m_header.data());
     m_compressedSize = m_size - kKvCompressedHeaderSize;
-    const auto streamSize = static_cast<std::uint64_t>(m_compressedSize - kKvLzmaPropertiesSize);
-    if (size > INT_MAX || size > KvLzmaOutputBound(streamSize))
+    if (size > INT_MAX)
         return false;
     std::unique_ptr<char[]> block(
         new (std::nothrow) char[static_cast<std::size_t>(m_compressedSize)]);
@@ -236,7 +235,7 @@ bool CKvFileHandleCached::MoveSourceTo(int filePosition)
     // A decompressor knows no way back, and forwards only the one through all bytes between.
     if (m_sourcePosition == kUnknown || m_sourcePosition > filePosition)
         m_sourcePosition =
-            m_decompressor.Initialize(m_compressed.get(), m_compressedSize) ? 0 : kUnknown;
+            m_decompressor.Initialize(m_compressed.get(), m_compressedSize, m_size) ? 0 : kUnknown;
     std::array<char, 4096> skipped;
     while (m_sourcePosition != kUnknown && m_sourcePosition < filePosition)
         ReadSource(skipped.data(),
