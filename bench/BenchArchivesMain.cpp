@@ -9,16 +9,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "bench/KvBenchRandom.h"
 #include "bench/KvBenchReport.h"
 #include "bench/KvBenchStatistics.h"
+#include "bench/KvMeasureInTurn.h"
 #include "bench/KvTemporaryFolder.h"
 #include "core/KvCrc64.h"
 #include "file/KvBigFile.h"
@@ -45,31 +44,6 @@ std::uint64_t g_checksum = 0;
 {
     std::fprintf(stderr, "bench: cannot %s\n", what);
     std::exit(1);
-}
-
-/// CPU seconds of one call.
-double Measure(const std::function<void()>& work)
-{
-    const std::clock_t start = std::clock();
-    work();
-    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
-struct CPair
-{
-    double ours = 0;
-    double yardstick = 0;
-};
-
-/// The medians of both, measured in turn.
-CPair MeasureInTurn(const std::function<void()>& ours, const std::function<void()>& yardstick)
-{
-    std::vector<double> first, second;
-    for (int round = 0; round < kRounds; ++round) {
-        first.push_back(Measure(ours));
-        second.push_back(Measure(yardstick));
-    }
-    return {KvMedian(first), KvMedian(second)};
 }
 
 std::uint64_t CrcOf(const std::string& name)
@@ -137,7 +111,8 @@ CKvBenchFigure CompareReads(const std::string& path, const std::string& what, in
     const std::vector<CRange> ranges =
         MakeRanges(size, std::min(100'000'000 / size, 100'000), sequential);
     std::vector<unsigned char> buffer(static_cast<std::size_t>(size));
-    const CPair pair = MeasureInTurn(
+    const CKvTurnCosts costs = KvMeasureInTurn(
+        kRounds,
         [&] {
             for (const CRange& range : ranges) {
                 CKvFileHandle* handle = handles[static_cast<std::size_t>(range.member)];
@@ -161,7 +136,7 @@ CKvBenchFigure CompareReads(const std::string& path, const std::string& what, in
         archive.FileClose(handle);
     if (g_checksum != 0)
         Fail("read the same bytes both ways");
-    return {"member reads / pread, " + what, pair.ours / pair.yardstick, 1.2};
+    return {"member reads / pread, " + what, costs.Ratio(), 1.2};
 }
 
 // --- Opening and searching
@@ -202,7 +177,7 @@ double SearchAll(const std::string& path, int members)
     std::vector<TKvString<char>> names(static_cast<std::size_t>(members));
     for (std::size_t i = 0; i < names.size(); ++i)
         names[i] = MemberName(static_cast<int>(i)).c_str();
-    const double seconds = Measure([&] {
+    const double seconds = KvCpuSeconds([&] {
         for (int pass = 0; pass < kSearchPasses; ++pass) {
             for (const TKvString<char>& name : names) {
                 CKvFileHandle* handle = archive.FileOpen(name);
@@ -217,10 +192,11 @@ double SearchAll(const std::string& path, int members)
 std::vector<CKvBenchFigure> CompareTables(const std::string& half, int halfMembers,
                                           const std::string& whole, int wholeMembers)
 {
-    const CPair open =
-        MeasureInTurn([&] { OpenArchive(whole, wholeMembers); }, [&] { ReadTableAndHash(whole); });
-    const CPair openGrowth = MeasureInTurn([&] { OpenArchive(whole, wholeMembers); },
-                                           [&] { OpenArchive(half, halfMembers); });
+    const CKvTurnCosts open = KvMeasureInTurn(
+        kRounds, [&] { OpenArchive(whole, wholeMembers); }, [&] { ReadTableAndHash(whole); });
+    const CKvTurnCosts openGrowth = KvMeasureInTurn(
+        kRounds, [&] { OpenArchive(whole, wholeMembers); },
+        [&] { OpenArchive(half, halfMembers); });
     std::vector<double> wholeSearch, halfSearch;
     for (int round = 0; round < kRounds; ++round) {
         wholeSearch.push_back(SearchAll(whole, wholeMembers));
@@ -230,8 +206,8 @@ std::vector<CKvBenchFigure> CompareTables(const std::string& half, int halfMembe
     std::printf("opening 100,000 members: %.1f ms; 100,000 look-ups: %.1f ms\n\n", open.ours * 1e3,
                 search * 1e3);
     return {
-        {"opening 100,000 members / reading and hashing", open.ours / open.yardstick, 3.0},
-        {"opening 100,000 members / opening 50,000", openGrowth.ours / openGrowth.yardstick, 2.3},
+        {"opening 100,000 members / reading and hashing", open.Ratio(), 3.0},
+        {"opening 100,000 members / opening 50,000", openGrowth.Ratio(), 2.3},
         {"100,000 look-ups / 50,000 look-ups", search / KvMedian(halfSearch), kSearchGrowthGoal}};
 }
 

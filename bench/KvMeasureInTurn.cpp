@@ -5,16 +5,12 @@
 
 #include "bench/KvBenchStatistics.h"
 
-namespace {
-
-double Measure(const std::function<void()>& work)
+double KvCpuSeconds(const std::function<void()>& work)
 {
     const std::clock_t start = std::clock();
     work();
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
-
-}  // namespace
 
 CKvTurnCosts KvMeasureInTurn(int rounds, const std::function<void()>& ours,
                              const std::function<void()>& yardstick)
@@ -24,8 +20,8 @@ CKvTurnCosts KvMeasureInTurn(int rounds, const std::function<void()>& ours,
     std::vector<double> oursSeconds;
     std::vector<double> yardstickSeconds;
     for (int round = 0; round < rounds; ++round) {
-        oursSeconds.push_back(Measure(ours));
-        yardstickSeconds.push_back(Measure(yardstick));
+        oursSeconds.push_back(KvCpuSeconds(ours));
+        yardstickSeconds.push_back(KvCpuSeconds(yardstick));
     }
     return {KvMedian(oursSeconds), KvMedian(yardstickSeconds)};
 }

@@ -4,6 +4,9 @@
 
 #include <functional>
 
+/// CPU seconds of one call.
+double KvCpuSeconds(const std::function<void()>& work);
+
 /// CPU seconds of a call of each.
 struct CKvTurnCosts
 {

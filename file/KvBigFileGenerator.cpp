@@ -5,6 +5,7 @@
 
 #include "core/KvOutOfMemory.h"
 #include "file/KvFile.h"
+#include "file/KvFileSystemUnCached.h"
 #include "file/KvWholeFileWriter.h"
 
 using EError = EKvFileSystemError;
@@ -20,11 +21,8 @@ constexpr int kCopyBufferSize = 64 * 1024;
 bool MeasureSource(const TKvString<char>& path, int& size)
 {
     CKvFile source;
-    if (source.Open(path, EMode::ReadBinary, false) != EError::Success)
-        return false;
-    size = source.GetSize();
-    char byte = 0;
-    return size > 0 || source.Read(&byte, 1) == 0;  // a size that is unknown is 0 as well
+    return source.Open(path, EMode::ReadBinary, false) == EError::Success &&
+           CKvFileSystemUnCached::MeasureWhole(source.GetHandle(), size);
 }
 
 /// Copies a source that must have \a size bytes.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "file/KvFile.h"
+#include "file/KvFileSystemUnCached.h"
 
 namespace {
 
@@ -39,16 +40,12 @@ CKvCompressedFileReader::~CKvCompressedFileReader()
 
 bool CKvCompressedFileReader::Begin()
 {
-    if (m_buffers == nullptr || !m_file->SeekFromStart(0))
+    if (m_buffers == nullptr ||
+        !CKvFileSystemUnCached::MeasureWhole(m_file->GetHandle(), m_fileLeft))
         return false;
-    m_fileLeft = m_file->GetSize();
-    const bool isAtStart = m_file->GetPos() == 0;
     CBuffer& first = m_buffers[0];
-    const int came = m_file->Read(first.data.data(), kPrologSize);
-    if (m_fileLeft == 0)  // empty, or of a size that cannot be told
-        return isAtStart && came == 0;
     const int expected = std::min(kPrologSize, m_fileLeft);
-    if (came < expected)
+    if (m_file->AsyncRead(first.data.data(), expected) != EKvFileSystemError::Success)
         return false;
     m_outputSize = std::exchange(m_fileLeft, m_fileLeft - expected);
     if (expected == kPrologSize && KvIsCompressed(first.data.data(), kPrologSize)) {

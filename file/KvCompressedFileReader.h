@@ -30,8 +30,9 @@ public:
     ~CKvCompressedFileReader();
 
     /// True when nothing will be delivered though the file is no empty one: it is not open, its
-    /// size cannot be told or is 2 GiB or more, its beginning cannot be read, its header promises 2
-    /// GiB or more or more than its stream can give, its properties are none, or memory is short.
+    /// size cannot be told, is 2 GiB or more or beyond its archive, its beginning cannot be read,
+    /// its header promises 2 GiB or more or more than its stream can give, its properties are none,
+    /// or memory is short.
     bool IsRefused() const { return m_isRefused; }
 
     /// Delivers the next bytes, \a count or all that are left.

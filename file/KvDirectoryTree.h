@@ -10,7 +10,9 @@
 /// Removes all that is below \a dir, which itself stays; "Deleting PATH" is printed for each item,
 /// files first, then the directories from the last to the first.
 ///
-/// \a clearAttributes lets the owner write to each file first, for disks that keep others.
+/// \a clearAttributes lets the owner write to each file first, for disks that keep others. An empty
+/// path names no tree: nothing is removed.
+///
 /// Errors: always true. What cannot be removed stays, and the rest goes on.
 bool KvRemoveDirectoryRecursively(const TKvString<char>& dir, bool clearAttributes);
 
@@ -19,6 +21,8 @@ bool KvRemoveDirectoryRecursively(const TKvString<char>& dir, bool clearAttribut
 ///
 /// All is listed before anything is copied, so a tree can be copied into itself. Files are copied
 /// as KvCopyFile() does and replace what is there; a link that stands where a directory or file of
-/// the copy belongs is removed first, so that nothing is written to where it leads. Errors: always
-/// true. What cannot be copied is missing, or as it was, and the rest goes on.
+/// the copy belongs is removed first, so that nothing is written to where it leads. An empty path
+/// names no tree: nothing is copied.
+///
+/// Errors: always true. What cannot be copied is missing, or as it was, and the rest goes on.
 bool CopyRecursively(TKvString<char> source, TKvString<char> destination);

@@ -13,13 +13,19 @@ using EError = EKvFileSystemError;
 
 namespace {
 
+/// Tells whether all bytes came. Read() does not, where an archive has lost some of a member's.
+bool ReadAll(CKvFile& file, void* buffer, int size)
+{
+    return file.AsyncRead(buffer, size) == EError::Success;
+}
+
 template <class T>
 EError ReadValue(CKvFile& file, T& value)
 {
     std::array<unsigned char, sizeof(T)> bytes = {};
-    const int read = file.Read(bytes.data(), static_cast<int>(bytes.size()));
+    const bool isRead = ReadAll(file, bytes.data(), static_cast<int>(bytes.size()));
     std::memcpy(&value, bytes.data(), bytes.size());
-    return read == static_cast<int>(bytes.size()) ? EError::Success : EError::ReadFailed;
+    return isRead ? EError::Success : EError::ReadFailed;
 }
 
 template <class T>
@@ -205,7 +211,7 @@ EError CKvFile::ReadString(TKvString<char>& text)
 {
     std::array<char, kLongestString + 1> bytes = {};
     for (std::size_t length = 0; length < bytes.size(); ++length) {
-        const bool ended = Read(&bytes[length], 1) != 1;
+        const bool ended = !ReadAll(*this, &bytes[length], 1);
         if (ended || bytes[length] == '\0') {
             bytes[length] = '\0';
             text = bytes.data();

@@ -59,7 +59,7 @@ public:
     /// Bytes in the file; 0 without handle, for a stream without size and for 2 GiB or more.
     int GetSize() const;
 
-    /// Gives the bytes read; 0 for a size below 1.
+    /// Gives the bytes read, as CKvFileSystemUnCached::Read() does; 0 for a size below 1.
     [[nodiscard]] int Read(void* buffer, int size);
 
     /// Gives \a size, or 0 when the write failed.

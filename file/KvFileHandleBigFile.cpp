@@ -29,6 +29,13 @@ int CKvFileHandleBigFile::GetSize() const
     return m_entry != nullptr ? std::max(m_entry->GetSize(), 0) : 0;
 }
 
+bool CKvFileHandleBigFile::IsInArchive() const
+{
+    if (m_owner == nullptr || m_entry->GetAbsolutePos() < 0 || m_entry->GetSize() < 0)
+        return false;
+    return std::int64_t{m_entry->GetAbsolutePos()} + m_entry->GetSize() <= m_owner->m_archiveSize;
+}
+
 void CKvFileHandleBigFile::Detach()
 {
     if (m_owner == nullptr)

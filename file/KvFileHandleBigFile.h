@@ -27,6 +27,9 @@ public:
     /// member of 2 GiB or more.
     virtual int GetSize() const;
 
+    /// True when the archive is open and has all the bytes that it states of the member.
+    bool IsInArchive() const;
+
     /// Null once the archive is closed.
     CKvBigFile* GetOwner() const { return m_owner; }
 

@@ -19,13 +19,6 @@ constexpr int kUnknown = -1;
 /// Buffers begin at a cache line.
 constexpr std::size_t kAlignment = 64;
 
-/// Tells an empty file from one whose size is unknown or too large, which is 0 as well.
-bool IsAtStartOfEmptyFile(CKvFileHandle* file)
-{
-    char byte = 0;
-    return FileSystem::GetPos(file) == 0 && FileSystem::Read(file, &byte, 1) == 0;
-}
-
 }  // namespace
 
 bool CKvFileHandleCached::SCache::Holds(int filePosition) const
@@ -81,8 +74,9 @@ EError CKvFileHandleCached::Open(const TKvString<char>& path, EMode mode, bool u
     const EError error = FileSystem::Open(m_file, path, mode, useBigFiles);
     if (error != EError::Success)
         return error;
-    m_size = FileSystem::GetSize(m_file);
     const bool reads = mode == EMode::ReadBinary || mode == EMode::ReadText;
+    if (!reads)
+        m_size = FileSystem::GetSize(m_file);
     if (!reads || PrepareReading())
         return EError::Success;
     Close();
@@ -91,8 +85,9 @@ EError CKvFileHandleCached::Open(const TKvString<char>& path, EMode mode, bool u
 
 bool CKvFileHandleCached::PrepareReading()
 {
-    if (m_size == 0)
-        return IsAtStartOfEmptyFile(m_file);
+    if (!FileSystem::MeasureWhole(m_file, m_size))
+        return false;
+    m_sourcePosition = 0;
     if (m_size < kKvCompressedHeaderSize + kKvLzmaPropertiesSize)
         return true;  // too short for a compressed file
     if (ReadAt(0, m_header.data(), kKvCompressedHeaderSize) < kKvCompressedHeaderSize)
@@ -105,8 +100,7 @@ bool CKvFileHandleCached::PrepareDecompression()
 {
     const std::uint32_t size = KvGetUncompressedSize(m_header.data());
     m_compressedSize = m_size - kKvCompressedHeaderSize;
-    const auto streamSize = static_cast<std::uint64_t>(m_compressedSize - kKvLzmaPropertiesSize);
-    if (size > INT_MAX || size > KvLzmaOutputBound(streamSize))
+    if (size > INT_MAX)
         return false;
     std::unique_ptr<char[]> block(
         new (std::nothrow) char[static_cast<std::size_t>(m_compressedSize)]);
@@ -241,7 +235,7 @@ bool CKvFileHandleCached::MoveSourceTo(int filePosition)
     // A decompressor knows no way back, and forwards only the one through all bytes between.
     if (m_sourcePosition == kUnknown || m_sourcePosition > filePosition)
         m_sourcePosition =
-            m_decompressor.Initialize(m_compressed.get(), m_compressedSize) ? 0 : kUnknown;
+            m_decompressor.Initialize(m_compressed.get(), m_compressedSize, m_size) ? 0 : kUnknown;
     std::array<char, 4096> skipped;
     while (m_sourcePosition != kUnknown && m_sourcePosition < filePosition)
         ReadSource(skipped.data(),
@@ -249,11 +243,15 @@ bool CKvFileHandleCached::MoveSourceTo(int filePosition)
     return m_sourcePosition == filePosition;
 }
 
-/// Reads where the source stands, which is unknown after a failure.
+/// Reads where the source stands, which is unknown after a failure. A file gives all bytes or none:
+/// Read() would give zeros for those that an archive has lost.
 int CKvFileHandleCached::ReadSource(char* out, int size)
 {
-    const int read = m_compressed != nullptr ? m_decompressor.DecompressOutputBytes(out, size)
-                                             : FileSystem::Read(m_file, out, size);
+    int read = 0;
+    if (m_compressed != nullptr)
+        read = m_decompressor.DecompressOutputBytes(out, size);
+    else if (FileSystem::AsyncRead(m_file, out, size) == EError::Success)
+        read = size;
     m_sourcePosition = read == size ? m_sourcePosition + read : kUnknown;
     return read;
 }

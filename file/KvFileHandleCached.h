@@ -36,9 +36,10 @@ public:
     /// Opens a file at position 0, as CKvFileSystemUnCached::Open() does. With one of the modes for
     /// writing nothing can be read.
     ///
-    /// Errors: AlreadyOpen when a file is open, which stays; ReadFailed when its size or its
-    ///         beginning cannot be read, when the header of a compressed file promises more than
-    ///         its block can hold, or when memory is short; else those of the file system.
+    /// Errors: AlreadyOpen when a file is open, which stays; ReadFailed when its size cannot be
+    ///         told or is beyond its archive, when its beginning cannot be read, when the header of
+    ///         a compressed file promises more than its block can hold, or when memory is short;
+    ///         else those of the file system.
     [[nodiscard]] EKvFileSystemError Open(const TKvString<char>& path, EKvFileSystemOpenMode mode,
                                           bool useBigFiles);
 
@@ -47,7 +48,8 @@ public:
     /// Errors: kReadFailed, the position unchanged and \a buffer undefined, when a window of the
     ///         cache cannot be filled: the file has shrunk or is damaged, the disk failed or memory
     ///         is short. A part that goes straight to \a buffer, because it would fill a window or
-    ///         more, gives a short count instead.
+    ///         more, gives a short count instead: without all of that part, or as far as a
+    ///         compressed file can be expanded.
     /// Cost:   a compressed file is expanded again from its start for each window that lies before
     ///         the last one.
     [[nodiscard]] int Read(void* buffer, int size);

@@ -1,5 +1,6 @@
 #include "file/KvFileSystemUnCached.h"
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstring>
@@ -216,6 +217,21 @@ int CKvFileSystemUnCached::GetSize(CKvFileHandle* handle)
         return 0;
     const std::int64_t size = disk.tellStream(stream);
     return disk.seekStream(stream, position, EKvSeekOrigin::Start) ? ToIntOr(0, size) : 0;
+}
+
+bool CKvFileSystemUnCached::MeasureWhole(CKvFileHandle* handle, int& size)
+{
+    size = 0;
+    const int stated = GetSize(handle);
+    if (!SeekFromStart(handle, 0) || GetPos(handle) != 0)
+        return false;
+    char byte = 0;
+    const CKvFileHandleBigFile* member = AsMember(handle);
+    const bool isKnown =
+        member != nullptr ? member->IsInArchive() : stated > 0 || Read(handle, &byte, 1) == 0;
+    if (isKnown)
+        size = stated;
+    return isKnown;
 }
 
 bool CKvFileSystemUnCached::Exists(const TKvString<char>& path)

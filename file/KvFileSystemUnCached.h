@@ -35,7 +35,9 @@ public:
     /// Errors: NoHandle for null; CloseFailed when closing or any write before it failed.
     static EKvFileSystemError Close(CKvFileHandle*& handle);
 
-    /// Gives the bytes read: fewer than \a size at the end of the file or after a failure.
+    /// Gives the bytes read: fewer than \a size at the end of the file or after a failure. Of a
+    /// member, also those count that its archive does not have or the disk does not give: they are
+    /// zero, and AsyncRead() tells.
     [[nodiscard]] static int Read(CKvFileHandle* handle, void* buffer, int size);
 
     /// Reads at a place given in bytes from the start, without moving the position and past what is
@@ -59,6 +61,14 @@ public:
 
     /// Bytes in the file; 0 without handle, for a stream without size and for 2 GiB or more.
     static int GetSize(CKvFileHandle* handle);
+
+    /// Gives the size of a file that is to be read whole, and moves to its start. Unlike GetSize()
+    /// this tells an empty file from one whose size is unknown, and takes no archive's word for the
+    /// size of a member.
+    ///
+    /// Errors: false, and \a size 0, for what GetSize() gives 0 without being empty, for a member
+    ///         that does not lie in its archive to its last byte, and when the disk fails.
+    [[nodiscard]] static bool MeasureWhole(CKvFileHandle* handle, int& size);
 
     /// True when something that is no folder has this path.
     static bool Exists(const TKvString<char>& path);

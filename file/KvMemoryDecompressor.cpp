@@ -7,14 +7,15 @@
 
 CKvMemoryDecompressor::~CKvMemoryDecompressor() = default;
 
-bool CKvMemoryDecompressor::Initialize(const char* block, int size)
+bool CKvMemoryDecompressor::Initialize(const char* block, int size, int outputSize)
 {
     Release();
     if (block == nullptr || size < kKvLzmaPropertiesSize)
         return false;
     const auto streamSize = static_cast<std::uint64_t>(size - kKvLzmaPropertiesSize);
-    if (!m_decoder.Begin(reinterpret_cast<const unsigned char*>(block), streamSize,
-                         KvLzmaOutputBound(streamSize)))
+    const std::uint64_t mostOutput =
+        outputSize < 0 ? KvLzmaOutputBound(streamSize) : static_cast<std::uint64_t>(outputSize);
+    if (!m_decoder.Begin(reinterpret_cast<const unsigned char*>(block), streamSize, mostOutput))
         return false;
     m_input = block;
     m_inputSize = size;

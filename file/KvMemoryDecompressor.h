@@ -17,13 +17,16 @@ public:
     CKvMemoryDecompressor& operator=(const CKvMemoryDecompressor&) = delete;
     virtual ~CKvMemoryDecompressor();
 
-    /// Starts on a block, from its beginning, and lets go of the one before.
+    static constexpr int kUnknownSize = -1;
+
+    /// Starts on a block, from its beginning, and lets go of the one before. Who knows how many
+    /// bytes will be asked for at most says so: a block of any size may ask for a dictionary of
+    /// 4 GiB, and gets none that is larger than its output.
     ///
     /// Ownership: the block stays the caller's and must live until Release() or the next block.
-    /// Errors:    false when it cannot be the beginning of a block or memory is short; the object
-    /// is
-    ///            then empty.
-    bool Initialize(const char* block, int size);
+    /// Errors:    false when it cannot be the beginning of a block or cannot hold \a outputSize
+    ///            bytes, and when memory is short; the object is then empty.
+    bool Initialize(const char* block, int size, int outputSize = kUnknownSize);
 
     /// Produces the next bytes, \a count unless the block ends or is damaged before.
     ///

@@ -12,6 +12,7 @@
 
 #include "file/KvBigFileGenerator.h"
 #include "file/KvFileSystemUnCached.h"
+#include "tests/support/KvCompressedFiles.h"
 #include "tests/support/KvDocumentedBytes.h"
 #include "tests/support/KvFaultyDisk.h"
 #include "tests/support/KvTemporaryFolder.h"
@@ -77,7 +78,8 @@ protected:
         return archive.Open(m_folder.Write("archive", bytes).c_str(), EMode::ReadBinary);
     }
 
-    /// Opens an archive of any bytes, opens each member by index and by name, and reads it.
+    /// Opens an archive of any bytes, opens each member by index and by name, and reads it, as far
+    /// as it goes and whole.
     bool UseAll(const std::string& bytes, std::string& contents)
     {
         CKvBigFile archive;
@@ -87,6 +89,8 @@ protected:
             CKvFileHandle* byName = archive.FileOpen(archive.GetFileNameByIndex(i));
             CKvFileHandle* byIndex = archive.FileOpenByIndex(i);
             contents += Read(byIndex, 64);
+            CKvFile file(byIndex);
+            contents += '=' + KvReadWhole(file);
             EXPECT_LE(Read(byName, 64).size(), 64U);
             EXPECT_TRUE(archive.FileClose(byIndex));
             const bool isFound = byName != nullptr;
@@ -252,15 +256,16 @@ TEST_F(KvBigFileTest, TablesThatLieAreRefusedAndHostileMembersAreEmpty)
     const std::string longest(CKvBigFileFAT::kLongestName, 'n');
     const std::string good = Record("a", 26, 4);
     const std::vector<std::pair<std::string, std::string>> openable = {
-        {"data", Archive(1, good)},
+        {"data=data", Archive(1, good)},
         {"", Archive(-1, good)},
-        {"data", Bytes(4 + 18 + 4) + Bytes(1) + good + "data"},  // bytes behind the last record
-        {"", Archive(1, Record(longest, 5000, 4))},
-        {"", Archive(1, Record("a", 30, 4))},
-        {"", Archive(1, Record("a", 0x80000000, 4))},
-        {"", Archive(1, Record("a", 26, 0x80000000))},
-        {"ta" + std::string(62, '\0'), Archive(1, Record("a", 28, INT_MAX))},
-        {"datadat", Archive(2, Record("a", 44, 4) + Record("A", 44, 3))},
+        {"data=data",
+         Bytes(4 + 18 + 4) + Bytes(1) + good + "data"},  // bytes behind the last record
+        {"=<null>", Archive(1, Record(longest, 5000, 4))},
+        {"=<null>", Archive(1, Record("a", 30, 4))},
+        {"=<null>", Archive(1, Record("a", 0x80000000, 4))},
+        {"=<null>", Archive(1, Record("a", 26, 0x80000000))},
+        {"ta" + std::string(62, '\0') + "=<null>", Archive(1, Record("a", 28, INT_MAX))},
+        {"data=datadat=dat", Archive(2, Record("a", 44, 4) + Record("A", 44, 3))},
     };
     for (const auto& [expected, bytes] : openable) {
         std::string contents;
@@ -294,6 +299,14 @@ TEST_F(KvBigFileTest, TablesThatLieAreRefusedAndHostileMembersAreEmpty)
     EXPECT_EQ(FileSystem::AsyncRead(handle, bytes, 3), EError::ReadFailed);
     FileSystem::SeekFromStart(handle, 0);
     EXPECT_EQ(Read(handle, 3), std::string("ab\0", 3));
+    CKvFile file(handle);
+    TKvString<char> text;
+    unsigned short value = 0;
+    file.SeekFromStart(0);
+    EXPECT_EQ(file.ReadString(text), EError::ReadFailed);
+    EXPECT_STREQ(text.GetText(), "ab");
+    file.SeekFromStart(1);
+    EXPECT_EQ(file.ReadU16(value), EError::ReadFailed);
     EXPECT_TRUE(cut.FileClose(handle));
 }
 
@@ -314,7 +327,7 @@ TEST_F(KvBigFileTest, AnyCutAndAnyDamageOfTheTableIsBorne)
     EXPECT_EQ(cases, 51 + 48 * 4);
 }
 
-TEST_F(KvBigFileTest, ADiskThatFailsAnywhereGivesTheOldArchiveAndNoWrongBytes)
+TEST_F(KvBigFileTest, ADiskThatFailsAnywhereLeavesTheOldArchive)
 {
     for (const auto faults : {CKvFaultyDisk::EFaults::Once, CKvFaultyDisk::EFaults::FromThenOn}) {
         int failing = 0;
@@ -334,25 +347,33 @@ TEST_F(KvBigFileTest, ADiskThatFailsAnywhereGivesTheOldArchiveAndNoWrongBytes)
             EXPECT_TRUE(saved || failed);
         }
         EXPECT_GE(failing, 30);
+    }
+}
 
-        failing = 0;
-        m_folder.Write("archive", kLittle);
+TEST_F(KvBigFileTest, ADiskThatFailsAnywhereGivesWholeMembersOrNone)
+{
+    const std::string text(50'000, 't');
+    CKvBigFileGenerator generator;
+    ASSERT_TRUE(Add(generator, "small", "abc") && Add(generator, "large", text) &&
+                Add(generator, "packed", KvCompressFile(text)) && Save(generator));
+    for (const auto faults : {CKvFaultyDisk::EFaults::Once, CKvFaultyDisk::EFaults::FromThenOn}) {
+        int failing = 0;
         for (bool failed = true; failed;) {
             const CKvFaultyDisk disk(++failing, faults);
             CKvBigFile archive;
-            char bytes[3] = {};
             const EError opened = archive.Open(m_folder.Path("archive").c_str(), EMode::ReadBinary);
-            CKvFileHandle* handle = archive.FileOpen("a.txt");
-            EXPECT_EQ(handle != nullptr, opened == EError::Success) << failing;
-            if (archive.AsyncRead(handle, bytes, 3) == EError::Success)
-                EXPECT_EQ(std::string(bytes, 3), "abc");
-            else
-                EXPECT_TRUE(disk.HasFailed());
-            archive.FileClose(handle);
+            for (const auto& [name, content] :
+                 {std::pair("small", std::string("abc")), {"large", text}, {"packed", text}}) {
+                CKvFile file(archive.FileOpen(name));
+                EXPECT_EQ(file.IsOpened(), opened == EError::Success) << failing;
+                const std::string read = KvReadWhole(file);
+                failed = disk.HasFailed();
+                EXPECT_TRUE(read == content || (read == "<null>" && failed)) << failing << name;
+                file.Close();
+            }
             archive.Close();
-            failed = disk.HasFailed();
         }
-        EXPECT_GE(failing, 10);
+        EXPECT_GE(failing, 20);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "file/KvFile.h"
+#include "file/KvFileHandleCached.h"
 #include "tests/support/KvCompressedFiles.h"
 #include "tests/support/KvDocumentedBytes.h"
 #include "tests/support/KvTemporaryFolder.h"
@@ -17,6 +18,7 @@ namespace {
 
 const std::string kRefused = "<null>";
 constexpr int kRefusedSize = -1;
+constexpr EKvFileSystemOpenMode kMode = EKvFileSystemOpenMode::ReadBinary;
 
 class KvCompressedFileReaderTest : public testing::Test
 {
@@ -24,8 +26,7 @@ protected:
     void Open(CKvFile& file, const std::string& bytes) const
     {
         const std::string path = m_folder.Write("file", bytes);
-        ASSERT_EQ(file.Open(path.c_str(), EKvFileSystemOpenMode::ReadBinary, false),
-                  EKvFileSystemError::Success);
+        ASSERT_EQ(file.Open(path.c_str(), kMode, false), EKvFileSystemError::Success);
     }
 
     std::string ReadWhole(const std::string& bytes) const
@@ -124,13 +125,19 @@ TEST_F(KvCompressedFileReaderTest, ADictionaryLargerThanTheOutputIsNotAllocated)
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer's own memory exceeds any limit";
 #endif
-    std::string file = m_file;
+    std::string file = m_file + std::string(1'000'000, 'x');  // could hold more than 4 GiB
     file.replace(kKvCompressedHeaderSize + 1, 4, "\xFF\xFF\xFF\xFF");
     CKvFile opened;
     Open(opened, file);
+    CKvFileHandleCached cached(m_folder.Path("file").c_str(), kMode);
     const auto readInOneGibibyte = [&] {
         const rlimit limit = {1U << 30, 1U << 30};
-        return setrlimit(RLIMIT_AS, &limit) == 0 && KvReadWhole(opened) == m_words ? 0 : 1;
+        char byte = 0;
+        return setrlimit(RLIMIT_AS, &limit) == 0 && KvReadWhole(opened) == m_words &&
+                       cached.Open(cached.GetName(), kMode, false) == EKvFileSystemError::Success &&
+                       cached.Read(&byte, 1) == 1
+                   ? 0
+                   : 1;
     };
     EXPECT_EQ(KvRunUnprivileged(readInOneGibibyte), 0);
 }

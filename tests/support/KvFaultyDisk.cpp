@@ -18,26 +18,25 @@ struct CKvFaultyDiskOperations
 
     static std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
     {
-        if (!s_disk->NextFails())
-            return KvPlatformHostDisk().readStream(stream, buffer, sizeBytes);
-        s_disk->m_damaged.insert(stream);
-        return 0;
+        const std::size_t moves = s_disk->NextMoves(sizeBytes);
+        if (moves < sizeBytes)
+            s_disk->m_damaged.insert(stream);
+        return KvPlatformHostDisk().readStream(stream, buffer, moves);
     }
 
     static std::size_t ReadStreamAt(std::FILE* stream, std::int64_t offsetBytes, void* buffer,
                                     std::size_t sizeBytes)
     {
-        return s_disk->NextFails()
-                   ? 0
-                   : KvPlatformHostDisk().readStreamAt(stream, offsetBytes, buffer, sizeBytes);
+        return KvPlatformHostDisk().readStreamAt(stream, offsetBytes, buffer,
+                                                 s_disk->NextMoves(sizeBytes));
     }
 
     static std::size_t WriteStream(std::FILE* stream, const void* data, std::size_t sizeBytes)
     {
-        if (!s_disk->NextFails())
-            return KvPlatformHostDisk().writeStream(stream, data, sizeBytes);
-        s_disk->m_damaged.insert(stream);
-        return 0;
+        const std::size_t moves = s_disk->NextMoves(sizeBytes);
+        if (moves < sizeBytes)
+            s_disk->m_damaged.insert(stream);
+        return KvPlatformHostDisk().writeStream(stream, data, moves);
     }
 
     static bool SeekStream(std::FILE* stream, std::int64_t offsetBytes, EKvSeekOrigin origin)
@@ -119,4 +118,11 @@ bool CKvFaultyDisk::NextFails()
                                                                          : m_count == m_failing);
     m_hasFailed = m_hasFailed || fails;
     return fails;
+}
+
+std::size_t CKvFaultyDisk::NextMoves(std::size_t sizeBytes)
+{
+    if (!NextFails())
+        return sizeBytes;
+    return m_faults == EFaults::Once ? sizeBytes / 2 : 0;
 }

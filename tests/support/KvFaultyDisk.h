@@ -23,9 +23,9 @@ class CKvFaultyDisk
 public:
     enum class EFaults
     {
-        /// The n-th operation alone fails.
+        /// The n-th operation alone fails; a read or write moves the first half of its bytes.
         Once,
-        /// The n-th operation and all after it fail.
+        /// The n-th operation and all after it fail, and move no byte.
         FromThenOn
     };
 
@@ -49,6 +49,9 @@ private:
 
     /// Counts one more operation; true when it must fail.
     bool NextFails();
+
+    /// Counts one more read or write; gives how many of its bytes move.
+    std::size_t NextMoves(std::size_t sizeBytes);
 
     int m_failing;
     EFaults m_faults;
