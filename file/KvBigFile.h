@@ -26,7 +26,8 @@ public:
 
     /// Opens the archive and reads its table.
     ///
-    /// Errors: ModeNotAllowed for modes 2 to 6; ArchiveNotOpened when the file cannot be opened or
+    /// Errors: ModeNotAllowed for modes 2 to 6, before all else: archives are read as bytes alone.
+    ///         ArchiveNotOpened for modes that are none, when the file cannot be opened or
     ///         its table cannot be what it says (see CKvBigFileFAT::SerialFrom()), and when the
     ///         archive is open already, which it then stays.
     [[nodiscard]] EKvFileSystemError Open(const TKvString<char>& path, EKvFileSystemOpenMode mode);

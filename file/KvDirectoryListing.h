@@ -59,7 +59,7 @@ bool KvRetrieveFilesFromDirectoryRecursive(const TKvString<char>& dir,
 bool KvEnumerateDirectory(const TKvString<char>& dir, CKvArray<TKvString<char>>& directories,
                           const CKvArray<TKvString<char>>* excluded);
 
-/// The same, with the files on the way.
+/// The same, with the files of each directory in their turn among its directories.
 bool KvEnumerateDirectory(const TKvString<char>& dir, CKvArray<KvFindFile>& files,
                           CKvArray<TKvString<char>>& directories,
                           const CKvArray<TKvString<char>>* excluded);

@@ -1,4 +1,5 @@
-// Whole directory trees: emptied and copied. Each item is told on standard output.
+// Whole directory trees: emptied and copied. Each item is told on standard output
+// before it is tried, whatever comes of it.
 //
 // A tree is what KvEnumerateDirectory() lists. Links are items of it: they are removed and copied
 // as links, and no tree is left through one. Names that a listing passes over stay where they are.
@@ -17,7 +18,8 @@
 bool KvRemoveDirectoryRecursively(const TKvString<char>& dir, bool clearAttributes);
 
 /// Copies all that is below \a source to the same place below \a destination, a directory that must
-/// be there. "Creating PATH" is printed for each directory, then "Copying PATH" for each file.
+/// be there. "Creating PATH" is printed for each directory, then "Copying PATH" for each file, with
+/// the paths that they get. New directories have the permissions of any new one.
 ///
 /// All is listed before anything is copied, so a tree can be copied into itself. Files are copied
 /// as KvCopyFile() does and replace what is there; a link that stands where a directory or file of

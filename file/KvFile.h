@@ -49,7 +49,9 @@ public:
     int GetPos() const;
 
     /// Move the position by \a offset bytes from the start, the current position or the end; beyond
-    /// the end is allowed. A seek that the stream refuses leaves the position where it was.
+    /// the end is allowed. From the end of an archive member offsets count backwards: 10 is ten
+    /// bytes before its end, on a disk file ten beyond. A seek that a disk file's stream refuses
+    /// leaves the position where it was; a member takes any, and reads outside it give 0.
     ///
     /// Errors: false only without a handle that can have a position; GetPos() tells the rest.
     bool SeekFromStart(int offset);

@@ -1,7 +1,8 @@
 // A file that is read at several places in turn: eight windows of 8,192 bytes over one disk file or
 // archive member, so that going back to a place does not read it again. Compressed files give their
 // uncompressed bytes. It opens and closes what it reads; CKvFile and CKvFileSystemUnCached have no
-// use for a handle of this kind and refuse it.
+// use for a handle of this kind: there its position and size are 0, nothing is read, and closing it
+// gives CloseFailed and leaves it as it is.
 
 #pragma once
 

@@ -23,7 +23,8 @@ bool KvCopyFile(const TKvString<char>& source, const TKvString<char>& destinatio
 
 /// Creates all directories of a path, the first component excepted: a drive, the root of a path
 /// that begins with a separator, or the first directory of a relative path, which must be there.
-/// In \a path itself, slashes become backslashes and one is put at the end unless one is there.
+/// In \a path itself, slashes become backslashes and one is put at the end unless one is there; an
+/// empty path becomes the root, which is there.
 ///
 /// Errors: false at the first directory that cannot be created; those before it stay.
 bool KvCreatePath(TKvString<char>& path);

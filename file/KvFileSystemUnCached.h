@@ -32,7 +32,8 @@ public:
 
     /// Closes and destroys the handle and makes it null.
     ///
-    /// Errors: NoHandle for null; CloseFailed when closing or any write before it failed.
+    /// Errors: NoHandle for null; CloseFailed when closing or any write before it failed, and for a
+    ///         cached handle, which closes itself and stays.
     static EKvFileSystemError Close(CKvFileHandle*& handle);
 
     /// Gives the bytes read: fewer than \a size at the end of the file or after a failure. Of a

@@ -141,9 +141,8 @@ struct CKvMatrix44 : TKvSquareMatrix<4>
     /// Becomes the view matrix of a camera at \a eye that looks at \a target, with \a up (of any
     /// length) upwards in the picture.
     ///
-    /// Errors: false, and the matrix as it is, when eye and target are the same point or the view
-    /// goes
-    ///         along \a up.
+    /// Errors: false, and the matrix as it is, when eye and target are the same point or the
+    ///         view goes along \a up.
     bool setLookAtLH(const CKvVector3& eye, const CKvVector3& target, const CKvVector3& up);
     bool setLookAtRH(const CKvVector3& eye, const CKvVector3& target, const CKvVector3& up);
 

@@ -120,9 +120,8 @@ struct CKvQuaternion : TKvLinear<CKvQuaternion, float>
 
     /// The quaternion whose product with this one is the identity, whatever the length.
     ///
-    /// Errors: Invert() gives false when the squared length is not above 0; as after normalize(),
-    /// the
-    ///         result is then the identity.
+    /// Errors: Invert() gives false when the squared length is not above 0; as after
+    ///         normalize(), the result is then the identity.
     [[nodiscard]] constexpr CKvQuaternion GetInverse() const
     {
         CKvQuaternion inverse = *this;
