@@ -8,7 +8,7 @@ include(FindPackageHandleStandardArgs)
 find_package_handle_standard_args(TinyXML REQUIRED_VARS TinyXML_LIBRARY TinyXML_INCLUDE_DIR)
 
 if(TinyXML_FOUND AND NOT TARGET TinyXML::TinyXML)
-    add_library(TinyXML::TinyXML UNKNOWN IMPORTED)
+    add_library(TinyXML::TinyXML UNKNOWN IMPORTED GLOBAL)
     set_target_properties(TinyXML::TinyXML PROPERTIES
         IMPORTED_LOCATION ${TinyXML_LIBRARY}
         INTERFACE_INCLUDE_DIRECTORIES ${TinyXML_INCLUDE_DIR}

@@ -1,11 +1,6 @@
 // Making an archive out of files, and reading its members as if they were files on disk.
 //
-// Writes notes.txt, tide.txt and harbour.archive to the current folder and prints:
-//
-//     harbour.archive has 2 members
-//     0: data/notes.txt, 22 bytes
-//     1: data/tide.txt, 6 bytes
-//     data/notes.txt: Moor at the east pier.
+// Writes notes.txt, tide.txt and harbour.archive to the current folder and prints Archive.txt.
 
 #include <cstdio>
 #include <string>
@@ -19,15 +14,10 @@
 
 namespace {
 
+/// The file appears when it is complete, or not at all.
 bool WriteFile(const char* path, const TKvString<char>& text)
 {
-    // The writer of whole files: the file appears when it is complete, or not at all.
-    CKvWholeFileWriter writer;
-    if (writer.Open(path, EKvFileSystemOpenMode::WriteBinary) != EKvFileSystemError::Success)
-        return false;
-    CKvFile file(writer.GetHandle());
-    file.Write(text.GetText(), text.GetLength());
-    return writer.Commit() == EKvFileSystemError::Success;  // tells of failed writes too
+    return KvWriteWholeFile(path, text.GetText(), text.GetLength()) == EKvFileSystemError::Success;
 }
 
 /// Adds a file under the name by which it shall be found. The archive stores the CRC that it is

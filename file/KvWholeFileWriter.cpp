@@ -50,3 +50,13 @@ EError CKvWholeFileWriter::Commit()
     KvPlatformDisk().discardReplacement(m_replacement);
     return EError::CloseFailed;
 }
+
+EError KvWriteWholeFile(const TKvString<char>& path, const void* bytes, int size)
+{
+    CKvWholeFileWriter writer;
+    const EError error = writer.Open(path, EMode::WriteBinary);
+    if (error != EError::Success)
+        return error;
+    CKvFileSystemUnCached::Write(writer.GetHandle(), bytes, size);
+    return writer.Commit();  // tells of failed writes too
+}

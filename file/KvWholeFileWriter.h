@@ -40,3 +40,9 @@ private:
     bool m_direct = false;
     CKvReplacement m_replacement;
 };
+
+/// Writes bytes that are all there as a whole file.
+///
+/// Errors: those of CKvWholeFileWriter; the file is then as it was.
+[[nodiscard]] EKvFileSystemError KvWriteWholeFile(const TKvString<char>& path, const void* bytes,
+                                                  int size);
