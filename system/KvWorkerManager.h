@@ -66,14 +66,15 @@ public:
     /// Not for units, which would wait for their own end.
     void WaitForAllCompletion() const;
 
-    /// The same for the units of one tag. Not for units of any tag: what they wait for may lie in
-    /// the ring behind them.
+    /// The same for the units of one tag and those of the tag that they submitted. Not for units of
+    /// any tag: what they wait for may lie in the ring behind them.
     void WaitForTagCompletion(KvWorkerUnitTag tag) const;
 
 private:
     struct SWorker;
 
-    void Stop();
+    void WaitFor(unsigned int tag) const;
+    [[nodiscard]] bool IsCompleted(unsigned int tag) const;
 
     // In the documented order.
     unsigned int m_workerCount = 0;
