@@ -1,0 +1,8 @@
+#include "system/KvBrowser.h"
+
+#include "platform/KvPlatformProcess.h"
+
+void KvOpenBrowser(const char* url)
+{
+    KvPlatformOpenUrl(url);
+}

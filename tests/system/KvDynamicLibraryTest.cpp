@@ -1,0 +1,27 @@
+#include "system/KvDynamicLibrary.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(KvDynamicLibraryTest, AModuleIsThereFromInitializeToRelease)
+{
+    CKvDynamicLibrary library(KV_MODULE_PATH);
+    EXPECT_EQ(library.GetFunctionAddress("KvCountCalls"), nullptr);
+    for (int load = 0; load < 2; ++load) {
+        ASSERT_TRUE(library.Initialize());
+        ASSERT_TRUE(library.Initialize());
+        EXPECT_EQ(library.GetFunctionAddress("KvCountNothing"), nullptr);
+        const auto count = reinterpret_cast<int (*)()>(library.GetFunctionAddress("KvCountCalls"));
+        ASSERT_NE(count, nullptr);
+        EXPECT_EQ(count(), 1);
+        EXPECT_EQ(count(), 2);
+        library.Release();
+        library.Release();
+        EXPECT_EQ(library.GetFunctionAddress("KvCountCalls"), nullptr);
+    }
+    for (const char* noModule : {"", "/", "/absent.so", KV_NO_MODULE_PATH})
+        EXPECT_FALSE(CKvDynamicLibrary(noModule).Initialize()) << noModule;
+}
+
+}  // namespace
