@@ -97,10 +97,19 @@ protected:
     TKvString<char> m_sourceControlUrl;
 
 private:
-    TKvString<char> GetCurrentArchitecture() const;
-    TKvString<char> GetWorkingDirectory() const;
-    TKvString<char> GetGeneratorOptions() const;
+    void Forget();
+    void TakeOver(const CKvConfigurationBuild& build);
+
+    /// Whether there is anything to configure and compile.
     bool CanCompile() const;
+
+    /// CMake run in the folder of the current architecture, which is made, with these words.
+    void GetCMakeCommand(const TKvString<char>& words, TKvString<char>& program,
+                         TKvString<char>& arguments) const;
+
+    /// Empty when there is none.
+    TKvString<char> GetCurrentArchitecture() const;
+    TKvString<char> GetGeneratorOptions() const;
 
     bool m_isReady = false;
 };
