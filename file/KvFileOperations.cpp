@@ -5,6 +5,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/KvOutOfMemory.h"
 #include "file/KvFileHandleStd.h"
@@ -36,6 +37,16 @@ bool CopyContent(std::FILE* source, std::FILE* target)
     return true;
 }
 
+/// Copies content and attributes and closes \a source. The attributes come first, so that nobody
+/// reads what the source keeps private, and again at the end, since writing moves the time.
+bool CopyWhole(CStream source, std::FILE* target)
+{
+    const auto& takeOverAttributes = KvPlatformFolders().takeOverAttributes;
+    return takeOverAttributes(source.get(), target) && CopyContent(source.get(), target) &&
+           takeOverAttributes(source.get(), target) &&
+           KvPlatformDisk().closeStream(source.release());
+}
+
 bool CopyPlainFile(const TKvString<char>& source, const TKvString<char>& destination)
 {
     if (!KvPlatformCanCopyFile(source.GetText(), destination.GetText()))
@@ -47,13 +58,26 @@ bool CopyPlainFile(const TKvString<char>& source, const TKvString<char>& destina
         return false;
 
     // Straight to the stream: a copy keeps the bytes as they are, whatever SetSwapDWORDOnWrite()
-    // asks of writes. The attributes come first, so that nobody reads what the source keeps
-    // private, and again at the end, since writing moves the time.
+    // asks of writes.
     std::FILE* to = static_cast<CKvFileHandleStdPC*>(writer.GetHandle())->GetDescriptor();
-    const auto& takeOverAttributes = KvPlatformFolders().takeOverAttributes;
-    return takeOverAttributes(from.get(), to) && CopyContent(from.get(), to) &&
-           takeOverAttributes(from.get(), to) && KvPlatformDisk().closeStream(from.release()) &&
-           writer.Commit() == EKvFileSystemError::Success;
+    return CopyWhole(std::move(from), to) && writer.Commit() == EKvFileSystemError::Success;
+}
+
+bool CopyToNewFile(const TKvString<char>& source, const TKvString<char>& destination)
+{
+    if (!KvPlatformCanCopyFile(source.GetText(), destination.GetText()))
+        return false;
+    CStream from(KvPlatformDisk().openStream(source.GetText(), "rb"));
+    if (from == nullptr)
+        return false;
+    CStream to(KvPlatformDisk().openStream(destination.GetText(), "wbx"));
+    if (to == nullptr)
+        return false;
+    const bool copied = CopyWhole(std::move(from), to.get());
+    if (KvPlatformDisk().closeStream(to.release()) && copied)
+        return true;
+    KvDeleteFile(destination);
+    return false;
 }
 
 }  // namespace
@@ -76,6 +100,11 @@ bool KvDeleteFile(const TKvString<char>& path)
 bool KvCopyFile(const TKvString<char>& source, const TKvString<char>& destination)
 {
     return KvFalseWhenOutOfMemory([&] { return CopyPlainFile(source, destination); });
+}
+
+bool KvCopyFileToNew(const TKvString<char>& source, const TKvString<char>& destination)
+{
+    return KvFalseWhenOutOfMemory([&] { return CopyToNewFile(source, destination); });
 }
 
 bool KvCreatePath(TKvString<char>& path)

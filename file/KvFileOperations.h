@@ -21,6 +21,11 @@ bool KvDeleteFile(const TKvString<char>& path);
 ///         can only be written in place (with other hard links, say) is not saved from a failure.
 bool KvCopyFile(const TKvString<char>& source, const TKvString<char>& destination);
 
+/// The same, but never over what is there: to keep a file under a second name.
+///
+/// Errors: false, and no new destination, when there is one already or as with KvCopyFile().
+bool KvCopyFileToNew(const TKvString<char>& source, const TKvString<char>& destination);
+
 /// Creates all directories of a path, the first component excepted: a drive, the root of a path
 /// that begins with a separator, or the first directory of a relative path, which must be there.
 /// In \a path itself, slashes become backslashes and one is put at the end unless one is there.

@@ -29,6 +29,9 @@ public:
     /// Ownership: the writer's; never close it.
     CKvFileHandle* GetHandle() const { return m_handle; }
 
+    /// Whether the target is of those that are written directly, once it is open.
+    bool WritesDirectly() const { return m_direct; }
+
     /// Completes the file.
     ///
     /// Errors: CloseFailed when nothing is open, any write failed or the system refuses; the target

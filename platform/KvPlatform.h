@@ -45,7 +45,7 @@ struct CKvFolderOperations;
 struct CKvDiskOperations
 {
     /// Opens a file as a buffered stream; \a mode is 'r', 'w' or 'a' followed by 'b' or 't', with
-    /// the meaning that C gives them.
+    /// the meaning that C gives them. An 'x' at the end of a 'w' mode refuses what is there.
     ///
     /// Ownership: the caller closes the stream with closeStream.
     /// Errors:    null when the file is absent, refused or a folder.

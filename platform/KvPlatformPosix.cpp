@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <memory>
 
@@ -18,7 +19,7 @@ int OpenFlags(const char* mode)
 {
     switch (*mode) {
         case 'w':
-            return O_WRONLY | O_CREAT | O_TRUNC;
+            return O_WRONLY | O_CREAT | (std::strchr(mode, 'x') != nullptr ? O_EXCL : O_TRUNC);
         case 'a':
             return O_WRONLY | O_CREAT | O_APPEND;
         default:

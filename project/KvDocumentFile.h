@@ -27,7 +27,7 @@ enum class EKvDocumentFile
 
 /// Saves a document over the file that was \a old when it was loaded. The new file takes its place
 /// when it is complete, as with CKvWholeFileWriter. A damaged file is first kept as a copy:
-/// NAME.damaged or, where such files are, the first free one of NAME.damaged.1, NAME.damaged.2, ...
+/// NAME.damaged or, when that is taken, the first free one of NAME.damaged.1, NAME.damaged.2, ...
 ///
 /// Errors: false, and the file as it was, when
 ///         - the old file was unreadable, or is damaged and cannot be copied;

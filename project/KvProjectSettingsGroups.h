@@ -15,7 +15,6 @@
 template <std::size_t kSize>
 struct TKvGroupName
 {
-    // NOLINTNEXTLINE(google-explicit-constructor): a literal is to become one by itself
     constexpr TKvGroupName(const char (&literal)[kSize]) { std::copy_n(literal, kSize, text); }
 
     char text[kSize] = {};
