@@ -13,13 +13,10 @@ constexpr const char* kName = "Name";
 struct CKvConfigurationBuild::CTables
 {
     using T = CKvConfigurationBuild;
-    static constexpr TKvNamedText<T> kAttributes[] = {{kName, &T::m_name},
-                                                      {"Platform", &T::m_platform},
-                                                      {"Distribution", &T::m_distribution},
-                                                      {"Api", &T::m_api},
-                                                      {"HeaderPath", &T::m_headerPath},
-                                                      {"LibraryPath", &T::m_libraryPath},
-                                                      {"Args", &T::m_args}};
+    static constexpr TKvNamedText<T> kAttributes[] = {
+        {kName, &T::m_name}, {"Platform", &T::m_platform},     {"Distribution", &T::m_distribution},
+        {"Api", &T::m_api},  {"HeaderPath", &T::m_headerPath}, {"LibraryPath", &T::m_libraryPath},
+        {"Args", &T::m_args}};
     static constexpr TKvRequiredText<T> kRequired[] = {
         {&T::m_platform, "\tMissing Platform !\n"},
         {&T::m_name, "\tMissing Configuration Name !\n"},
@@ -87,8 +84,7 @@ CKvScriptTreeNode* CKvConfigurationBuild::ToCKvScriptTreeNode() const
 
 TKvString<char> CKvConfigurationBuild::WellFormed() const
 {
-    TKvString<char> complaints =
-        KvListMissing<CKvConfigurationBuild>(CTables::kRequired, *this);
+    TKvString<char> complaints = KvListMissing<CKvConfigurationBuild>(CTables::kRequired, *this);
     if (m_platform == "Android" && m_architectures.IsEmpty())
         complaints += "\tAndroid requires at least one Achitecture !\n";
     return KvUnderHeading("\"" + m_name + "\" warnings : \n", complaints);

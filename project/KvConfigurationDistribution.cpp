@@ -65,7 +65,6 @@ CKvScriptTreeNode* CKvConfigurationDistribution::ToCKvScriptTreeNode() const
 
 TKvString<char> CKvConfigurationDistribution::WellFormed() const
 {
-    return KvUnderHeading(
-        "\"" + m_name + "\" warnings : \n",
-        KvListMissing<CKvConfigurationDistribution>(CTables::kRequired, *this));
+    return KvUnderHeading("\"" + m_name + "\" warnings : \n",
+                          KvListMissing<CKvConfigurationDistribution>(CTables::kRequired, *this));
 }

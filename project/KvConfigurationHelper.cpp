@@ -24,7 +24,7 @@ constexpr int kWindows = 0;
 constexpr int kIos = 8;
 constexpr int kAndroid = 9;
 
-constexpr const char* kPlatforms[] = {"Windows", "Linux", "Mac",    "Xbox360", "XboxOne", "PS3",
+constexpr const char* kPlatforms[] = {"Windows", "Linux",  "Mac", "Xbox360", "XboxOne", "PS3",
                                       "PS4",     "PSVita", "iOS", "Android", "WiiU",    "3DS"};
 constexpr const char* kApis[] = {"DX9", "DX11", "OpenGL3", "OpenGLES2", "GCM",
                                  "GNM", "GXM",  "GX",      "GX2"};
@@ -58,12 +58,12 @@ void MakeFolder(Text path)
 Text FindCMake()
 {
     const std::string folders = KvPlatformEnvironmentVariable("PATH");
-    const std::string file = "\\" + KvPlatformProgramFileName("cmake");
+    const Text file("\\" + Text(KvPlatformProgramFileName("cmake").c_str()));
     const char separator = KvPlatformSearchPathSeparator();
     for (std::size_t begin = 0; begin < folders.size();) {
         const std::size_t end = std::min(folders.find(separator, begin), folders.size());
         if (end > begin) {
-            const Text path((folders.substr(begin, end - begin) + file).c_str());
+            const Text path = Text(folders.substr(begin, end - begin).c_str()) + file;
             if (CKvFileSystemUnCached::Exists(path))
                 return path;
         }
@@ -124,8 +124,8 @@ void CKvConfigurationHelper::Initialize(const Text& configurationFile,
     const CKvConfigurationDistribution* distribution =
         manager.GetDistrib(CKvIdentifier(distributionName));
     if (distribution == nullptr && !distributionName.IsEmpty()) {
-        std::fprintf(stderr, "Cannot find distribution %s in file %s\n",
-                     distributionName.GetText(), configurationFile.GetText());
+        std::fprintf(stderr, "Cannot find distribution %s in file %s\n", distributionName.GetText(),
+                     configurationFile.GetText());
         return;
     }
 
@@ -206,8 +206,7 @@ bool CKvConfigurationHelper::FindTmpDirectory(const Text& outputSubdirectory)
     Text folder;
     if (!ReadTemporaryFolder(m_projectFile, folder))
         return false;
-    m_temporaryDirectory =
-        MakeAbsolute(folder, CKvFilePath(m_projectFile, false).getFilePath());
+    m_temporaryDirectory = MakeAbsolute(folder, CKvFilePath(m_projectFile, false).getFilePath());
     m_platformTemporaryDirectory = m_temporaryDirectory + "\\" + m_platform;
     m_outputDirectory =
         m_platformTemporaryDirectory + "\\" + m_buildName + "\\" + outputSubdirectory + "\\";
@@ -281,8 +280,7 @@ Text CKvConfigurationHelper::GetGeneratorOptions() const
     const Text libraries = "-DKORVA_SDK_LIB_PATH=" + m_libraryPath;
     switch (m_platformIndex) {
         case kWindows:
-            return "-G \"Visual Studio 10\" " + libraries +
-                   " -DCMAKE_CONFIGURATION_TYPES=Release ";
+            return "-G \"Visual Studio 10\" " + libraries + " -DCMAKE_CONFIGURATION_TYPES=Release ";
         case kIos:
             return "-G \"Xcode\" " + libraries + " -DCMAKE_CONFIGURATION_TYPES=Release ";
         case kAndroid: {

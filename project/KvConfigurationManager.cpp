@@ -376,9 +376,9 @@ void CKvConfigurationManager::SaveEdited(TEdit edit)
 {
     CKvOwnedScriptTreeNode before;
     const bool saved = m_document.GetRootNode() != nullptr && KvFalseWhenOutOfMemory([&] {
-        before.reset(new CKvScriptTreeNode(*m_document.GetRootNode()));
-        return edit() && SaveDocument(m_document, m_buildFilePath, m_file);
-    });
+                           before.reset(new CKvScriptTreeNode(*m_document.GetRootNode()));
+                           return edit() && SaveDocument(m_document, m_buildFilePath, m_file);
+                       });
     if (saved) {
         m_file = EKvDocumentFile::Loaded;
         return;
