@@ -27,12 +27,12 @@ struct CKvConfigurationBuild::CTables
 
 CKvConfigurationBuild::~CKvConfigurationBuild() = default;
 
-void CKvConfigurationBuild::SetName(TKvString<char> name)
+void CKvConfigurationBuild::SetName(const TKvString<char>& name)
 {
     m_name = KvReplaceAll(name, " ", "_");
 }
 
-void CKvConfigurationBuild::SetArgs(TKvString<char> args)
+void CKvConfigurationBuild::SetArgs(const TKvString<char>& args)
 {
     m_args = KvReplaceAll(args, "\"", "&quot;");
 }

@@ -35,7 +35,7 @@ public:
     TKvString<char> GetArgs() const { return m_args; }
 
     /// Every blank becomes "_".
-    void SetName(TKvString<char> name);
+    void SetName(const TKvString<char>& name);
 
     void SetPlatform(TKvString<char> platform) { m_platform = std::move(platform); }
     void SetDistribution(TKvString<char> distribution) { m_distribution = std::move(distribution); }
@@ -44,7 +44,7 @@ public:
     void SetLibraryPath(TKvString<char> path) { m_libraryPath = std::move(path); }
 
     /// Every double quote becomes "&quot;", here and in the command lines made of it.
-    void SetArgs(TKvString<char> args);
+    void SetArgs(const TKvString<char>& args);
 
     // --- The architectures to build for, without duplicates. Texts are compared byte for byte.
 

@@ -26,7 +26,7 @@ struct CKvConfigurationDistribution::CTables
 
 CKvConfigurationDistribution::~CKvConfigurationDistribution() = default;
 
-void CKvConfigurationDistribution::SetSteamAccount(TKvString<char> account)
+void CKvConfigurationDistribution::SetSteamAccount(const TKvString<char>& account)
 {
     m_steamAccount = KvReplaceAll(account, " ", "_");
 }

@@ -35,7 +35,7 @@ public:
     void SetSteamBuildersPath(TKvString<char> path) { m_steamBuildersPath = std::move(path); }
 
     /// Every blank becomes "_".
-    void SetSteamAccount(TKvString<char> account);
+    void SetSteamAccount(const TKvString<char>& account);
 
     void SetSteamPassword(TKvString<char> password) { m_steamPassword = std::move(password); }
     void SetAppID(TKvString<char> appId) { m_appId = std::move(appId); }

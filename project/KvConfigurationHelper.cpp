@@ -63,7 +63,7 @@ Text FindCMake()
     for (std::size_t begin = 0; begin < folders.size();) {
         const std::size_t end = std::min(folders.find(separator, begin), folders.size());
         if (end > begin) {
-            const Text path = Text(folders.substr(begin, end - begin).c_str()) + file;
+            Text path = Text(folders.substr(begin, end - begin).c_str()) + file;
             if (CKvFileSystemUnCached::Exists(path))
                 return path;
         }

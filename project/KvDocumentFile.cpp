@@ -32,7 +32,7 @@ EKvDocumentFile TryLoad(CKvScriptTree& tree, const TKvString<char>& path)
         return EKvDocumentFile::Loaded;
     char byte = 0;
     file.SeekFromStart(0);
-    const bool isEmpty = file.Read(&byte, 1) == 0;
+    const bool isEmpty = file.GetPos() == 0 && file.Read(&byte, 1) == 0;
     if (file.Close() != EError::Success)
         return EKvDocumentFile::Unreadable;  // a read failed: nobody knows what the file holds
     return isEmpty ? EKvDocumentFile::Absent : EKvDocumentFile::Damaged;
