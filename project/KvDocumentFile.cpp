@@ -85,7 +85,7 @@ bool KeepAndWrite(const TKvString<char>& text, const TKvString<char>& path, EKvD
         (old == EKvDocumentFile::Damaged && !KeepDamagedFile(path, copy)))
         return false;
     bool intact = true;
-    const bool saved = Write(text, path, access, intact);
+    const bool saved = KvFalseWhenOutOfMemory([&] { return Write(text, path, access, intact); });
     if (!saved && intact && !copy.IsEmpty())
         KvDeleteFile(copy);  // or each further attempt would leave one more
     return saved;
