@@ -104,17 +104,18 @@ protected:
     {
         std::string complete;
         int failures = 0;
-        bool failed = true;
-        for (int failing = 0; failed; ++failing) {
+        int failing = -1;
+        for (bool failed = true; failed;) {
+            ++failing;
             std::filesystem::remove(m_folder.Path("p.damaged"));
             CKvProject project(Write(kFile));
             Write(old);
-            const bool saved = [&] {
+            bool saved = false;
+            {
                 auto fault = makeFault(failing);
-                const bool result = save(project);
+                saved = save(project);
                 failed = failing == 0 || fault.HasFailed();
-                return result;
-            }();
+            }
             complete = failing == 0 ? Read() : complete;
             failures += saved ? 0 : 1;
             EXPECT_TRUE(saved || failed) << failing;
@@ -214,7 +215,7 @@ TEST_F(KvProjectTest, GroupsAreReadWhereverTheyAreNamed)
         "<setting name='androidSdkId' value='7'/><general/></Android></mobile>"
         "<unknown/><setting name='unknown' value='1'/>";
     for (int i = 0; i < 3000; ++i)
-        nested = "<general>" + nested + "</general>";
+        nested.insert(0, "<general>").append("</general>");
     CKvProject project(Write("<p project_version='1.1'><project_settings><iOS/>" + nested +
                              "</project_settings></p>"));
     auto values = ValuesOf(project);
@@ -245,7 +246,8 @@ TEST_F(KvProjectTest, ChangesOfExtensionsAreWrittenAtOnce)
         const Texts list = List(c.list);
         EXPECT_TRUE(std::equal(list.begin(), list.end(), project.GetExtensions().begin(),
                                project.GetExtensions().end()));
-        EXPECT_EQ(Read(), kHead + (c.inFile != nullptr ? ExtensionsText(c.inFile) : "") + kTail);
+        const std::string extensions = c.inFile != nullptr ? ExtensionsText(c.inFile) : "";
+        EXPECT_EQ(Read(), std::string(kHead).append(extensions).append(kTail));
     }
 
     CKvProject project("absent");
