@@ -95,41 +95,27 @@ protected:
 
 TEST_F(KvConfigurationHelperTest, CommandsOfEveryPlatform)
 {
-    const char* const kNoDownscale = "-no_sprite_downscale";
-    const struct
-    {
-        const char* platform;
-        const char* options;
-        const char* assetOption;
-    } kCases[] = {
-        {"Windows",
-         "-G \"Visual Studio 10\" -DKORVA_SDK_LIB_PATH=lib -DCMAKE_CONFIGURATION_TYPES=Release ",
-         kNoDownscale},
-        {"Linux", "", kNoDownscale},
-        {"Mac", "", kNoDownscale},
-        {"Xbox360", "", kNoDownscale},
-        {"XboxOne", "", kNoDownscale},
-        {"PS3", "", kNoDownscale},
-        {"PS4", "", kNoDownscale},
-        {"PSVita", "", kNoDownscale},
-        {"iOS", "-G \"Xcode\" -DKORVA_SDK_LIB_PATH=lib -DCMAKE_CONFIGURATION_TYPES=Release ", ""},
+    const std::string kWords = " -DKORVA_SDK_LIB_PATH=lib -DCMAKE_CONFIGURATION_TYPES=Release ";
+    const std::pair<const char*, std::string> kOptions[] = {
+        {"Windows", "-G \"Visual Studio 10\"" + kWords},
+        {"iOS", "-G \"Xcode\"" + kWords},
         {"Android",
          "-G \"MinGW Makefiles\" -DANDROID_NATIVE_API_LEVEL=android-9 -DANDROID_ABI= "
-         "-DKORVA_SDK_LIB_PATH=lib/ -DCMAKE_BUILD_TYPE=Release ",
-         ""},
-        {"WiiU", "", kNoDownscale},
-        {"3DS", "", kNoDownscale},
-    };
-    for (const auto& c : kCases) {
-        SCOPED_TRACE(c.platform);
+         "-DKORVA_SDK_LIB_PATH=lib/ -DCMAKE_BUILD_TYPE=Release "}};
+    for (const std::string platform : {"Windows", "Linux", "Mac", "Xbox360", "XboxOne", "PS3",
+                                       "PS4", "PSVita", "iOS", "Android", "WiiU", "3DS"}) {
+        SCOPED_TRACE(platform);
+        std::string options;
+        for (const auto& [name, text] : kOptions)
+            options = platform == name ? text : options;
         const auto expected = [&](const char* text) {
-            const Text filled =
-                KvReplaceAll(KvReplaceAll(text, "$options", c.options), "$", c.platform);
-            return std::string(filled.GetText());
+            const Text filled = KvReplaceAll(text, "$options", options.c_str());
+            return std::string(KvReplaceAll(filled, "$", platform.c_str()).GetText());
         };
-        AddBuild(c.platform, c.platform);
+        AddBuild(platform.c_str(), platform.c_str());
+        const bool isMobile = platform == "iOS" || platform == "Android";
         Helper helper;
-        EXPECT_EQ(Initialize(helper, c.platform), "");
+        EXPECT_EQ(Initialize(helper, platform.c_str()), "");
         EXPECT_EQ(
             Compose(helper, kConfigure),
             expected("P/bin\\cmake|-E chdir N\\game\\..\\tmp\\$\\tmp \"P/bin\\cmake\" $options"
@@ -140,7 +126,8 @@ TEST_F(KvConfigurationHelperTest, CommandsOfEveryPlatform)
                   expected("P/bin\\cmake|-E chdir N\\game\\..\\tmp\\$\\tmp \"P/bin\\cmake\" "
                            " --build . --target BuildQUAY --config Release"));
         EXPECT_EQ(Compose(helper, kAssets),
-                  expected("tools\\KvAssetCompiler.exe|N\\game\\a.project $ DX9 ") + c.assetOption);
+                  expected("tools\\KvAssetCompiler.exe|N\\game\\a.project $ DX9 ") +
+                      (isMobile ? "" : "-no_sprite_downscale"));
         EXPECT_EQ(Compose(helper, kPackage),
                   expected("toolsKvGamePackager.exe |--build P/game/ $ "));
         for (const char* made : {"tmp/$/tmp", "tmp/$/DX9"})
