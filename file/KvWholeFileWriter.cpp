@@ -17,7 +17,7 @@ CKvWholeFileWriter::~CKvWholeFileWriter()
         KvPlatformDisk().discardReplacement(m_replacement);
 }
 
-EError CKvWholeFileWriter::Open(const TKvString<char>& path, EMode mode)
+EError CKvWholeFileWriter::Open(const TKvString<char>& path, EMode mode, EKvNewFileAccess access)
 {
     if (m_handle != nullptr)
         return EError::AlreadyOpen;
@@ -25,15 +25,18 @@ EError CKvWholeFileWriter::Open(const TKvString<char>& path, EMode mode)
         return EError::ModeNotAllowed;
 
     std::unique_ptr<CKvFileHandleStdPC> file(new CKvFileHandleStdPC(path, mode));
-    const char* streamMode = mode == EMode::WriteText ? "wt" : "wb";
+    const bool isPrivate = access == EKvNewFileAccess::OwnerOnly;
+    const char streamMode[] = {'w', mode == EMode::WriteText ? 't' : 'b', isPrivate ? 'p' : '\0',
+                               '\0'};
+    const CKvDiskOperations& disk = KvPlatformDisk();
     const EKvReplacementStatus status =
-        KvPlatformDisk().beginReplacement(path.GetText(), streamMode, m_replacement);
+        disk.beginReplacement(path.GetText(), streamMode, m_replacement);
     if (status == EKvReplacementStatus::Failed)
         return EError::NotOpened;
     m_direct = status == EKvReplacementStatus::WriteDirectly;
-    if (m_direct)
-        return CKvFileSystemUnCached::Open(m_handle, path, mode, false);
-    file->m_stream = m_replacement.stream;
+    file->m_stream = m_direct ? disk.openStream(path.GetText(), streamMode) : m_replacement.stream;
+    if (file->m_stream == nullptr)
+        return EError::NotOpened;
     m_handle = file.release();
     return EError::Success;
 }

@@ -9,6 +9,15 @@
 #include "file/KvFileHandle.h"
 #include "platform/KvPlatform.h"
 
+/// Who may read a file that was not there before.
+enum class EKvNewFileAccess
+{
+    /// Whom the process lets read its files.
+    Default,
+    /// Its owner alone: for files with secrets.
+    OwnerOnly
+};
+
 class CKvWholeFileWriter
 {
 public:
@@ -22,7 +31,8 @@ public:
     /// Starts the new content; \a mode is WriteBinary or WriteText.
     ///
     /// Errors: ModeNotAllowed, AlreadyOpen, or NotOpened; the target is then as it was.
-    [[nodiscard]] EKvFileSystemError Open(const TKvString<char>& path, EKvFileSystemOpenMode mode);
+    [[nodiscard]] EKvFileSystemError Open(const TKvString<char>& path, EKvFileSystemOpenMode mode,
+                                          EKvNewFileAccess access = EKvNewFileAccess::Default);
 
     /// The handle to write to; null while nothing is open.
     ///

@@ -45,7 +45,8 @@ struct CKvFolderOperations;
 struct CKvDiskOperations
 {
     /// Opens a file as a buffered stream; \a mode is 'r', 'w' or 'a' followed by 'b' or 't', with
-    /// the meaning that C gives them. An 'x' at the end of a 'w' mode refuses what is there.
+    /// the meaning that C gives them. Behind those two an 'x' in a 'w' mode refuses what is there,
+    /// and a 'p' makes a new file private: only its owner may read it.
     ///
     /// Ownership: the caller closes the stream with closeStream.
     /// Errors:    null when the file is absent, refused or a folder.
@@ -78,6 +79,7 @@ struct CKvDiskOperations
 
     /// Starts a new content for a file that is rewritten whole, in a temporary file beside it.
     /// Links are followed first, and the temporary takes over mode and owner of the old file.
+    /// \a mode is 'w' followed by 'b' or 't' and, as for openStream, 'p'.
     ///
     /// Ownership: after Begun the caller closes the stream, then commits or discards.
     EKvReplacementStatus (*beginReplacement)(const char* path, const char* mode,

@@ -27,16 +27,29 @@ int OpenFlags(const char* mode)
     }
 }
 
+/// The permissions of a file that \a mode makes.
+mode_t NewFileMode(const char* mode)
+{
+    return std::strchr(mode, 'p') != nullptr ? 0600 : 0666;
+}
+
+std::FILE* OpenDescriptor(int descriptor, const char* mode)
+{
+    const char streamMode[] = {mode[0], mode[1], '\0'};
+    return fdopen(descriptor, streamMode);
+}
+
 std::FILE* OpenStream(const char* path, const char* mode)
 {
     const CKvHostPath host(KvToHostPath(path));
-    const int descriptor = openat(host.Folder(), host.Rest(), OpenFlags(mode) | O_CLOEXEC, 0666);
+    const int descriptor =
+        openat(host.Folder(), host.Rest(), OpenFlags(mode) | O_CLOEXEC, NewFileMode(mode));
     if (descriptor < 0)
         return nullptr;
     // A folder opens for reading here, but has no bytes.
     struct stat status = {};
     const bool hasBytes = fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode);
-    std::FILE* stream = hasBytes ? fdopen(descriptor, mode) : nullptr;
+    std::FILE* stream = hasBytes ? OpenDescriptor(descriptor, mode) : nullptr;
     if (stream == nullptr)
         close(descriptor);
     return stream;
@@ -160,8 +173,8 @@ EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
         return EKvReplacementStatus::WriteDirectly;
 
     // Until it has the old file's mode, nobody else may open what will hold its content.
-    const int descriptor =
-        CreateTemporary(replacement.targetPath, exists ? 0600 : 0666, replacement.temporaryPath);
+    const int descriptor = CreateTemporary(
+        replacement.targetPath, exists ? 0600 : NewFileMode(mode), replacement.temporaryPath);
     if (descriptor < 0) {
         // What the folder or the name forbids is no failure of the system.
         const bool refused = errno == EACCES || errno == EPERM || errno == EROFS ||
@@ -173,7 +186,7 @@ EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
         RemoveTemporary(replacement.temporaryPath);
         return EKvReplacementStatus::WriteDirectly;
     }
-    replacement.stream = fdopen(descriptor, mode);
+    replacement.stream = OpenDescriptor(descriptor, mode);
     if (replacement.stream == nullptr) {
         close(descriptor);
         RemoveTemporary(replacement.temporaryPath);

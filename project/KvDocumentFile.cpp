@@ -50,17 +50,6 @@ bool HasStorableValues(const CKvScriptTree& tree)
     return true;
 }
 
-/// Gives the written form of a document. False unless it gives the document back: values are free
-/// of markup, so whatever else goes astray shows in its shape.
-bool Compose(CKvScriptTree& tree, TKvString<char>& text)
-{
-    CKvScriptTreeSerializerXML xml;
-    CKvScriptTree readBack;
-    TKvString<char> textAgain;
-    return HasStorableValues(tree) && xml.Dump(tree, text) && xml.Parse(readBack, text) &&
-           xml.Dump(readBack, textAgain) && textAgain == text;
-}
-
 /// Copies a damaged file to where nothing is and gives the copy's path.
 bool KeepDamagedFile(const TKvString<char>& path, TKvString<char>& copy)
 {
@@ -76,27 +65,27 @@ bool KeepDamagedFile(const TKvString<char>& path, TKvString<char>& copy)
 }
 
 /// Writes a file whole. After a failure \a intact tells whether what was there is still there.
-bool Write(const TKvString<char>& text, const TKvString<char>& path, bool& intact)
+bool Write(const TKvString<char>& text, const TKvString<char>& path, EKvNewFileAccess access,
+           bool& intact)
 {
     CKvWholeFileWriter writer;
     intact = true;
-    if (writer.Open(path, EKvFileSystemOpenMode::WriteText) != EError::Success)
+    if (writer.Open(path, EKvFileSystemOpenMode::WriteText, access) != EError::Success)
         return false;
     intact = !writer.WritesDirectly();
     CKvFile(writer.GetHandle()).Write(text.GetText(), text.GetLength());
     return writer.Commit() == EError::Success;
 }
 
-bool Save(CKvScriptTree& tree, const TKvString<char>& path, EKvDocumentFile old)
+bool KeepAndWrite(const TKvString<char>& text, const TKvString<char>& path, EKvDocumentFile old,
+                  EKvNewFileAccess access)
 {
-    TKvString<char> text;
     TKvString<char> copy;
-    if (old == EKvDocumentFile::Unreadable || !Compose(tree, text))
-        return false;
-    if (old == EKvDocumentFile::Damaged && !KeepDamagedFile(path, copy))
+    if (old == EKvDocumentFile::Unreadable ||
+        (old == EKvDocumentFile::Damaged && !KeepDamagedFile(path, copy)))
         return false;
     bool intact = true;
-    const bool saved = Write(text, path, intact);
+    const bool saved = KvFalseWhenOutOfMemory([&] { return Write(text, path, access, intact); });
     if (!saved && intact && !copy.IsEmpty())
         KvDeleteFile(copy);  // or each further attempt would leave one more
     return saved;
@@ -120,9 +109,28 @@ EKvDocumentFile KvLoadDocumentFile(CKvScriptTree& tree, const TKvString<char>& p
     return file;
 }
 
+bool KvComposeDocument(CKvScriptTree& tree, TKvString<char>& text)
+{
+    // Values are free of markup, so whatever else goes astray shows in the document's shape.
+    return KvFalseWhenOutOfMemory([&] {
+        CKvScriptTreeSerializerXML xml;
+        CKvScriptTree readBack;
+        TKvString<char> textAgain;
+        return HasStorableValues(tree) && xml.Dump(tree, text) && xml.Parse(readBack, text) &&
+               xml.Dump(readBack, textAgain) && textAgain == text;
+    });
+}
+
+bool KvWriteDocumentFile(const TKvString<char>& text, const TKvString<char>& path,
+                         EKvDocumentFile old, EKvNewFileAccess access)
+{
+    return KvFalseWhenOutOfMemory([&] { return KeepAndWrite(text, path, old, access); });
+}
+
 bool KvSaveDocumentFile(CKvScriptTree& tree, const TKvString<char>& path, EKvDocumentFile old)
 {
-    return KvFalseWhenOutOfMemory([&] { return Save(tree, path, old); });
+    TKvString<char> text;
+    return KvComposeDocument(tree, text) && KvWriteDocumentFile(text, path, old);
 }
 
 bool KvCanStoreText(const TKvString<char>& text)

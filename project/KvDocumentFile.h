@@ -5,6 +5,7 @@
 #pragma once
 
 #include "core/KvString.h"
+#include "file/KvWholeFileWriter.h"
 
 class CKvScriptTree;
 
@@ -25,15 +26,25 @@ enum class EKvDocumentFile
 /// Errors: damage shows twice; what fails once, for want of memory for instance, is no damage.
 [[nodiscard]] EKvDocumentFile KvLoadDocumentFile(CKvScriptTree& tree, const TKvString<char>& path);
 
-/// Saves a document over the file that was \a old when it was loaded. The new file takes its place
-/// when it is complete, as with CKvWholeFileWriter. A damaged file is first kept as a copy:
+/// Gives the written form of a document.
+///
+/// Errors: false when a value is none that KvCanStoreText() admits, or the document holds something
+///         else that its written form would not give back, such as text between its elements.
+[[nodiscard]] bool KvComposeDocument(CKvScriptTree& tree, TKvString<char>& text);
+
+/// Writes a document over the file that was \a old when it was loaded. The new file takes its
+/// place when it is complete, as with CKvWholeFileWriter. A damaged file is first kept as a copy:
 /// NAME.damaged or, when that is taken, the first free one of NAME.damaged.1, NAME.damaged.2, ...
 ///
-/// Errors: false, and the file as it was, when
-///         - the old file was unreadable, or is damaged and cannot be copied;
-///         - a value is none that KvCanStoreText() admits, or the document holds something else
-///           that its written form would not give back, such as text between its elements;
-///         - writing fails or memory is short.
+/// Errors: false, and the file as it was, when the old file was unreadable, or is damaged and
+///         cannot be copied, when writing fails or memory is short.
+[[nodiscard]] bool KvWriteDocumentFile(const TKvString<char>& text, const TKvString<char>& path,
+                                       EKvDocumentFile old,
+                                       EKvNewFileAccess access = EKvNewFileAccess::Default);
+
+/// Composes and writes a document.
+///
+/// Errors: false, and the file as it was, when one of the two fails.
 [[nodiscard]] bool KvSaveDocumentFile(CKvScriptTree& tree, const TKvString<char>& path,
                                       EKvDocumentFile old);
 
