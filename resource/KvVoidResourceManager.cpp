@@ -292,6 +292,7 @@ bool CKvVoidResourceManager::LoadDownload(CKvResource& object) const
                         kDownloadCapacity, size)) {
         return false;
     }
+    object.SetStatus(CKvResource::STATUS_LOADING);  // two downloads may ask for each other
     const bool isLoaded = object.LoadFromMemory(buffer.get(), size);
     object.SetStatus(isLoaded ? CKvResource::STATUS_LOADED : CKvResource::STATUS_FAILED);
     return true;
