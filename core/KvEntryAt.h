@@ -3,15 +3,23 @@
 #pragma once
 
 #include <cassert>
+#include <memory>
+#include <type_traits>
 
 #include "core/KvArray.h"
 
-/// The pointer at \a index. The index must be in range: debug builds assert it, release builds give
-/// null for another.
-template <typename T>
-[[nodiscard]] T* KvEntryAt(const CKvArray<T*>& array, int index)
+/// The pointer at \a index; where the array owns by std::unique_ptr, what that holds. The index
+/// must be in range: debug builds assert it, release builds give null for another.
+template <typename TPointer>
+[[nodiscard]] auto KvEntryAt(const CKvArray<TPointer>& array, int index) ->
+    typename std::pointer_traits<TPointer>::element_type*
 {
     const bool isInRange = index >= 0 && index < array.GetCount();
     assert(isInRange);
-    return isInRange ? array[index] : nullptr;
+    if (!isInRange)
+        return nullptr;
+    if constexpr (std::is_pointer_v<TPointer>)
+        return array[index];
+    else
+        return array[index].get();
 }

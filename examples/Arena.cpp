@@ -209,12 +209,6 @@ public:
         AddObject(actor->GetPoolIdentifier(), actor);  // owned by the pool from here on
         return *actor;
     }
-
-protected:
-    void OnInitialize() override {}
-    void OnInitialized() override {}
-    void OnRelease() override {}
-    void OnReleased() override {}
 };
 
 /// The registry finds objects in all managers, by pool and name. Null when it is no actor.

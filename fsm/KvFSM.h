@@ -16,12 +16,10 @@
 #include "core/KvString.h"
 #include "fsm/KvFSMFactories.h"
 
-class CKvAction;
 class CKvFSMContents;
 class CKvFSMState;
 class CKvIdentifier;
 class CKvScriptTree;
-class CKvScriptTreeNode;
 
 /// Fields stand in the documented order; the destructor is the only virtual function.
 class CKvFSM
@@ -48,7 +46,9 @@ public:
 
     /// Adds the states and, with a trigger factory, the transitions of a document to those that are
     /// there, then changes to the default state if that is one of the machine's. All names mean
-    /// what FindState() finds; a default state or a transition with an unknown name is ignored.
+    /// what FindState() finds; a default state or a transition with an unknown name is ignored. The
+    /// rest of the document is passed over when something that is called on the way releases,
+    /// destroys or moves the machine.
     ///
     /// Errors: false for a document whose root is not "fsm", and when memory is short, for game
     ///         code too: what had been done until then stays.
@@ -96,16 +96,11 @@ public:
 
 private:
     friend class CKvFSMContents;
+    class CReader;
 
     bool Lists(const CKvFSMState* state) const;
     CKvFSMContents& GetContents();
     void TakeFrom(CKvFSM& other) noexcept;
-
-    void ReadDocument(CKvScriptTreeNode& root);
-    void ReadStates(CKvScriptTreeNode& list);
-    void ReadTransitions(CKvScriptTreeNode& list);
-    void ReadTransition(CKvScriptTreeNode& node);
-    CKvArray<CKvAction*> ReadActions(CKvScriptTreeNode& transition);
 
     CKvFSMState* m_defaultState = nullptr;
     CKvFSMState* m_currentState = nullptr;

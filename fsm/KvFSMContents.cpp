@@ -14,9 +14,15 @@ std::shared_ptr<CKvFSMContents> CKvFSMContents::Of(const CKvFSMState* state)
 void CKvFSMContents::Leave(CKvFSM* machine)
 {
     m_machines.erase(std::find(m_machines.begin(), m_machines.end(), machine));
+    for (CKvFSM* heir : m_machines) {
+        for (CKvFSMState* state : heir->m_states) {
+            if (state->m_fsm == machine)
+                state->m_fsm = heir;
+        }
+    }
     for (const auto& state : m_states) {
         if (state->m_fsm == machine)
-            state->m_fsm = FindHeir(state.get());
+            state->m_fsm = nullptr;
     }
 }
 
@@ -54,11 +60,4 @@ void CKvFSMContents::Hold(CKvFSMState* state, CKvFSM* machine) noexcept
     }
     if (isNew || state->m_fsm == nullptr)
         state->m_fsm = machine;
-}
-
-CKvFSM* CKvFSMContents::FindHeir(const CKvFSMState* state) const
-{
-    const auto heir = std::find_if(m_machines.begin(), m_machines.end(),
-                                   [&](const CKvFSM* machine) { return machine->Lists(state); });
-    return heir != m_machines.end() ? *heir : nullptr;
 }

@@ -56,8 +56,6 @@ public:
     std::vector<std::unique_ptr<CKvFSMStateTransition>> transitions;
 
 private:
-    CKvFSM* FindHeir(const CKvFSMState* state) const;
-
     std::vector<CKvFSM*> m_machines;  // oldest first
     std::vector<std::unique_ptr<CKvFSMState>> m_states;
 };

@@ -14,8 +14,8 @@ class CKvScriptTreeNode;
 class CKvTrigger;
 
 /// What is made of the nodes of a document. Each function may be empty and may give null; the nodes
-/// are valid during the call only. The calls must not destroy or move the machine, nor set its
-/// factories.
+/// are valid during the call only. What the calls do may do with the machine what an action may
+/// (CKvAction::Execute()); a load goes on with the factories that it began with.
 ///
 /// Ownership: the machine takes what they make.
 struct CKvFSMFactories

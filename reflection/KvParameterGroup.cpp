@@ -1,12 +1,10 @@
 #include "reflection/KvParameterGroup.h"
 
-#include <cassert>
+#include "core/KvEntryAt.h"
 
 CKvParameter* CKvParameterGroup::GetParameter(int index) const
 {
-    const bool isInside = index >= 0 && index < GetParameterCount();
-    assert(isInside);
-    return isInside ? m_parameters[index].get() : nullptr;
+    return KvEntryAt(m_parameters, index);
 }
 
 CKvParameterInt* CKvParameterGroup::AddParameterInt(const TKvString<char>& name, int value, int min,

@@ -1,7 +1,8 @@
 #include "reflection/KvParameterGroupList.h"
 
-#include <cassert>
 #include <utility>
+
+#include "core/KvEntryAt.h"
 
 CKvParameterGroup* CKvParameterGroupList::AddParameterGroup(const TKvString<char>& name)
 {
@@ -13,7 +14,5 @@ CKvParameterGroup* CKvParameterGroupList::AddParameterGroup(const TKvString<char
 
 CKvParameterGroup* CKvParameterGroupList::GetParameterGroup(int index) const
 {
-    const bool isInside = index >= 0 && index < GetParameterGroupCount();
-    assert(isInside);
-    return isInside ? m_groups[index].get() : nullptr;
+    return KvEntryAt(m_groups, index);
 }

@@ -1,8 +1,9 @@
 #include "resource/KvObjectPool.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cstdint>
+
+#include "core/KvEntryAt.h"
 
 /// One release or deletion under way; nested ones form a list on the stack.
 class CKvObjectPool::CWork
@@ -38,9 +39,7 @@ int CKvObjectPool::CAddressPolicy::CreateHash(Key key)
 
 CKvManaged* CKvObjectPool::GetObject(int index) const
 {
-    const bool isInside = index >= 0 && index < GetObjectCount();
-    assert(isInside);
-    return isInside ? m_objects[index] : nullptr;
+    return KvEntryAt(m_objects, index);
 }
 
 CKvManaged* CKvObjectPool::FindObject(const CKvIdentifier& identifier) const

@@ -1,8 +1,8 @@
 #include "resource/KvPooledObjectManager.h"
 
-#include <cassert>
 #include <utility>
 
+#include "core/KvEntryAt.h"
 #include "core/KvId.h"
 #include "core/KvIdentifierManager.h"
 #include "resource/KvPooledObjectManagerManager.h"
@@ -56,9 +56,7 @@ void CKvPooledObjectManager::Release()
 
 CKvObjectPool* CKvPooledObjectManager::GetPool(int pool) const
 {
-    const bool isInside = pool >= 0 && pool < GetPoolCount();
-    assert(isInside);
-    return isInside ? m_pools[pool].get() : nullptr;
+    return KvEntryAt(m_pools, pool);
 }
 
 int CKvPooledObjectManager::GetObjectCount(int pool) const

@@ -32,10 +32,11 @@ public:
     virtual ~CKvPooledObjectManager();
 
 protected:
-    virtual void OnInitialize() = 0;   // before Initialize() does anything
-    virtual void OnInitialized() = 0;  // when it is done
-    virtual void OnRelease() = 0;      // before Release() does anything
-    virtual void OnReleased() = 0;     // when it is done
+    // Hooks; they do nothing here.
+    virtual void OnInitialize() {}   // before Initialize() does anything
+    virtual void OnInitialized() {}  // when it is done
+    virtual void OnRelease() {}      // before Release() does anything
+    virtual void OnReleased() {}     // when it is done
 
 public:
     /// What the names of this kind of objects begin with.

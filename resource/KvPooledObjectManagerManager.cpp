@@ -1,10 +1,10 @@
 #include "resource/KvPooledObjectManagerManager.h"
 
-#include <cassert>
 #include <climits>
 #include <cstdio>
 
 #include "core/KvCrc64.h"
+#include "core/KvEntryAt.h"
 #include "core/KvId.h"
 #include "core/KvText.h"
 #include "resource/KvPooledObjectManager.h"
@@ -56,9 +56,7 @@ void CKvPooledObjectManagerManager::DestroyManager(CKvPooledObjectManager* manag
 
 CKvPooledObjectManager* CKvPooledObjectManagerManager::GetManager(int index) const
 {
-    const bool isInside = index >= 0 && index < GetManagerCount();
-    assert(isInside);
-    return isInside ? m_managers[index] : nullptr;
+    return KvEntryAt(m_managers, index);
 }
 
 CKvPooledObjectManager* CKvPooledObjectManagerManager::FindManager(

@@ -25,7 +25,7 @@ public:
     {
         STATUS_FAILED = 0,      // the last load failed
         STATUS_NOT_LOADED = 1,  // never loaded, or unloaded again
-        STATUS_LOADING = 2,     // LoadFromFileHandle() is running
+        STATUS_LOADING = 2,     // LoadFromFileHandle() or LoadFromMemory() is running
         STATUS_LOADED = 3
     };
 

@@ -1,9 +1,9 @@
 #include "resource/KvVoidResourceManager.h"
 
 #include <algorithm>
-#include <cassert>
 #include <utility>
 
+#include "core/KvEntryAt.h"
 #include "core/KvIdentifierManager.h"
 #include "core/KvLog.h"
 #include "core/KvOutOfMemory.h"
@@ -184,9 +184,7 @@ void CKvVoidResourceManager::AddDownloadedObject(CKvResource* object, const TKvS
 
 CKvVoidResourceManager::ItemInfo* CKvVoidResourceManager::GetItem(int index) const
 {
-    const bool isInside = index >= 0 && index < GetCount();
-    assert(isInside);
-    return isInside ? m_items[index].get() : nullptr;
+    return KvEntryAt(m_items, index);
 }
 
 CKvVoidResourceManager::ItemInfo* CKvVoidResourceManager::FindItem(
@@ -294,6 +292,7 @@ bool CKvVoidResourceManager::LoadDownload(CKvResource& object) const
                         kDownloadCapacity, size)) {
         return false;
     }
+    object.SetStatus(CKvResource::STATUS_LOADING);  // two downloads may ask for each other
     const bool isLoaded = object.LoadFromMemory(buffer.get(), size);
     object.SetStatus(isLoaded ? CKvResource::STATUS_LOADED : CKvResource::STATUS_FAILED);
     return true;

@@ -169,6 +169,7 @@ TEST_F(KvFSMTest, OneUpdateFiresOneTransitionWhateverItsHooksDo)
         {"", From("a", "b", "yes", {"destroy", "x"}), "+a!destroy!x", "gone"},
         {"", From("a", "b", "release") + From("a", "b", "yes", {"x"}), "+a!x", "none"},
         {"", From("a", "b", "yes' do='release"), "release", "none"},
+        {"", From("a", "b", "yes' do='destroy") + From("a", "b", "yes' do='x"), "destroy", "gone"},
         {"<s name='a' do='~release'/>", From("a", "b", "yes"), "+a~a.", "none"},
         {"<s name='b' do='+go c'/>", From("a", "b", "yes"), "+a-a+b-b+c.", "c"},
         {"<s name='a' do='+destroy'/>", "", "+a.", "gone"},
