@@ -8,6 +8,10 @@
 //     -abc             the flags a, b and c, of which -b- would be off, else
 //     -n5, -n 5        a switch with its value
 //     anything else    the next positional argument, or an extra one
+//
+// A word that begins with '-' is never positional, and there is no "--name=value" and no "--" that
+// ends the switches. An error stops the parse; the switches before it are set and their callbacks
+// have run.
 
 #pragma once
 

@@ -42,8 +42,10 @@ public:
     virtual void ProcessArgument(const ParameterDescriptor* parameter, bool flag);
 
     /// Stores the value that the word reads as and runs the parameter's callback with it; with the
-    /// word itself for a bool, which is true for "1", "true" and "yes" in any case. A switch takes
-    /// no word. A word without a parameter is an extra argument. A null word is empty.
+    /// word itself for a bool, which is true for "1", "true" and "yes" in any case. Numbers are
+    /// read as kvStringToS32() and kvStringToFloat() do, so that no word is an error: "5x" is 5,
+    /// "five" 0. A switch takes no word. A word without a parameter is an extra argument. A null
+    /// word is empty.
     virtual void ProcessArgument(const ParameterDescriptor* parameter, const char* word);
 
     [[nodiscard]] const CKvDescriptor* GetDescriptor() const { return m_descriptor; }

@@ -3,10 +3,11 @@
 //
 // A machine and its copies hold their states, and what the loader made for them, together: it lives
 // until the last of them lets go (Release(), destructor, assignment), what one adds after the copy
-// included. Each has its own list, current and default state. But a state belongs to one machine,
-// the one it was added to, and that one changes state when the state's transitions fire, whichever
-// copy is updated; once it lets go, the oldest copy that lists the state takes its place. A machine
-// that is moved takes everything with it, so that it can be returned by value or kept in a vector.
+// included. (A copy of a machine that holds nothing yet, or was released, shares nothing with it.)
+// Each has its own list, current and default state. But a state belongs to one machine, the one it
+// was added to, and that one changes state when the state's transitions fire, whichever copy is
+// updated; once it lets go, the oldest copy that lists the state takes its place. A machine that is
+// moved takes everything with it, so that it can be returned by value or kept in a vector.
 
 #pragma once
 

@@ -226,7 +226,8 @@ public:
     const void* GetValueSubObject(const void* object) const { return FieldOf(object); }
 
     /// The kind of variant that holds the field's value byte for byte. Bools, ints, enumerations,
-    /// floats, colours, vectors, matrices and angles have one; the others give TYPE_INVALID.
+    /// floats, colours, vectors, matrices and angles have one; the others, unsigned and 64-bit
+    /// numbers among them, give TYPE_INVALID.
     CKvBasicVariant::EType GetVariantType() const;
 
     /// The current value by GetVariantType(); a new variant for the other kinds.

@@ -131,7 +131,7 @@ void CKvPooledObjectManager::RenameObject(CKvManaged*& object, const CKvIdentifi
 void CKvPooledObjectManager::Clear()
 {
     DestroyAllPools();
-    AppendPool(GlobalPool());
+    GetOrCreatePool(GlobalPool());
 }
 
 void CKvPooledObjectManager::Clear(const CKvIdentifier& pool)
@@ -139,7 +139,7 @@ void CKvPooledObjectManager::Clear(const CKvIdentifier& pool)
     const bool isGlobal = pool == GlobalPool();
     DestroyPool(pool);
     if (isGlobal)
-        AppendPool(GlobalPool());
+        GetOrCreatePool(GlobalPool());
 }
 
 void CKvPooledObjectManager::SaveVariables()

@@ -96,10 +96,10 @@ public:
     /// listed but no longer found, until it is renamed again.
     void RenameObject(CKvManaged*& object, const CKvIdentifier& identifier);
 
-    /// Destroys all pools and makes a new "global".
+    /// Destroys all pools and makes a new "global", unless that one is busy and stays.
     void Clear();
 
-    /// Destroys one pool and, when that was "global", makes a new one.
+    /// Destroys one pool and, when that was "global", makes a new one, unless it is busy and stays.
     void Clear(const CKvIdentifier& pool);
 
     /// Saves the fields of all objects but those whose name begins with "@".

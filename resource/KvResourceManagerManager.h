@@ -42,7 +42,12 @@ public:
 
     /// Pops the top pool and unloads what it recorded, newest first, so that it can be loaded
     /// again, what failed included. The pool that is on top then also gives the pool of new
-    /// run-time objects its name. Does nothing when the stack is empty.
+    /// run-time objects its name, the base pool the null identifier. What a resource loads while
+    /// it is unloaded is recorded in the pool that is on top then. Does nothing when the stack is
+    /// empty.
+    ///
+    /// A resource is recorded when its Load() is done: what it loaded itself is older and goes
+    /// after it.
     void ReleaseResourcePoolAtTopOfStack();
 
     /// Marks the top pool, which changes nothing in what it does.

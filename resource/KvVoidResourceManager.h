@@ -91,7 +91,8 @@ public:
     virtual ~CKvVoidResourceManager();
 
     /// Destroys all resources and closes all archives. Resources that are loaded or recorded in
-    /// pools go as well. Not for the time when one of them is loading or unloading.
+    /// pools go as well, without Unload(): their destructors free what they hold. Not for the time
+    /// when one of them is loading or unloading.
     virtual void Release();
 
 protected:
@@ -129,7 +130,8 @@ public:
     int GetVoidObjectIndex(const CKvResource* resource) const;
 
     /// Finds a resource and loads it if it was not loaded yet. One whose load failed is given as it
-    /// is, until it is released and asked for again.
+    /// is, until it is released, by its pool or by CKvResource::Release(), and asked for again. No
+    /// pool does that for one whose file could not be opened.
     ///
     /// Errors: null for an unknown name, and when the file could not be opened at this call.
     CKvResource* FindVoidObject(const CKvIdentifier& identifier) const;
@@ -160,8 +162,11 @@ protected:
     /// Errors: logged; nothing is added when the archive cannot be opened.
     void ScanBigFile(const TKvString<char>& path);
 
-    /// Adds every file in a folder and below it, with an empty extension; else those whose names
-    /// end with it, in the same letter case.
+    /// Adds every file in a folder and below it, with an empty extension; else those with this one,
+    /// which is the text behind the last dot of their names, in the same letter case: "txt".
+    ///
+    /// CreateObject() gets the path: the folder as given and a backslash before each name below it,
+    /// as in "sprites\big\hero.txt". The file is found by the identifier that the object then has.
     ///
     /// Errors: logged; a folder that cannot be read adds nothing.
     void ScanDirectory(const TKvString<char>& path, const TKvString<char>& extension);

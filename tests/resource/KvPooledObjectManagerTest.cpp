@@ -160,6 +160,7 @@ TEST_F(KvPooledObjectManagerTest, PutsUpWithWhatObjectsDoWhileTheyGo)
             make();
         manager.Destroy(CEntity::s_living[Random(12)]);
         manager.Clear(CKvIdentifier(kPools[1]));
+        EXPECT_LE(manager.GetPoolCount(), 2) << "a pool twice";
         manager.Release();
         ASSERT_TRUE(std::is_permutation(removed.begin(), removed.end(), CEntity::s_living.begin(),
                                         CEntity::s_living.end()));
