@@ -3,15 +3,14 @@
 // multiplications in the same order, so they must end with the same bytes.
 
 #include <array>
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
-#include <string_view>
 #include <vector>
 
 #include "bench/KvBenchRandom.h"
 #include "bench/KvBenchReport.h"
+#include "bench/KvBenchRounds.h"
 #include "bench/KvBenchStatistics.h"
 #include "math/KvMatrix44.h"
 #include "math/KvQuaternion.h"
@@ -162,22 +161,13 @@ double MeasureMs(Loop loop, CSamples& samples)
     return static_cast<double>(std::clock() - start) * 1000.0 / CLOCKS_PER_SEC;
 }
 
-bool ReadRounds(std::string_view text, int& rounds)
-{
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, rounds);
-    return error == std::errc() && stop == end && rounds >= 1 && rounds <= 1000;
-}
-
 }  // namespace
 
 int main(int argc, char** argv)
 {
     int rounds = 21;
-    if (argc > 2 || (argc == 2 && !ReadRounds(argv[1], rounds))) {
-        std::fprintf(stderr, "Usage: KvBenchMath [ROUNDS]\n");
+    if (!KvReadRoundsOption(argc, argv, "KvBenchMath", rounds))
         return 2;
-    }
     CSamples samples = MakeSamples();
     std::array<CCompared, 3> compared = {
         {{"matrix products / by hand", MultiplyMatrices, MultiplyMatricesByHand, {}, {}},

@@ -2,19 +2,18 @@
 // std::unordered_map that do the same by hand. Both must end with the same objects.
 
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <ctime>
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "bench/KvBenchRandom.h"
 #include "bench/KvBenchReport.h"
+#include "bench/KvBenchRounds.h"
 #include "bench/KvBenchStatistics.h"
 #include "resource/KvObjectPool.h"
 
@@ -185,22 +184,13 @@ struct CCompared
     std::vector<double> byHandMs;
 };
 
-bool ReadRounds(std::string_view text, int& rounds)
-{
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, rounds);
-    return error == std::errc() && stop == end && rounds >= 1 && rounds <= 1000;
-}
-
 }  // namespace
 
 int main(int argc, char** argv)
 {
     int rounds = 11;
-    if (argc > 2 || (argc == 2 && !ReadRounds(argv[1], rounds))) {
-        std::fprintf(stderr, "Usage: KvBenchObjects [ROUNDS]\n");
+    if (!KvReadRoundsOption(argc, argv, "KvBenchObjects", rounds))
         return 2;
-    }
     const CPlan plan = MakePlan();
     std::array<CCompared, OPERATION_COUNT> compared = {
         {{"add / by hand", kObjects, {}, {}, {}},

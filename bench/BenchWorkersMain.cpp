@@ -3,7 +3,6 @@
 // that calls the units itself.
 
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -11,11 +10,11 @@
 #include <deque>
 #include <functional>
 #include <mutex>
-#include <string_view>
 #include <thread>
 #include <vector>
 
 #include "bench/KvBenchReport.h"
+#include "bench/KvBenchRounds.h"
 #include "bench/KvBenchStatistics.h"
 #include "system/KvWorkerManager.h"
 
@@ -130,22 +129,13 @@ void Measure(CWay& way)
     way.cpuNs.push_back(static_cast<double>(std::clock() - cpu) * (1e9 / CLOCKS_PER_SEC) / kUnits);
 }
 
-bool ReadRounds(std::string_view text, int& rounds)
-{
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, rounds);
-    return error == std::errc() && stop == end && rounds >= 1 && rounds <= 1000;
-}
-
 }  // namespace
 
 int main(int argc, char** argv)
 {
     int rounds = 9;
-    if (argc > 2 || (argc == 2 && !ReadRounds(argv[1], rounds))) {
-        std::fprintf(stderr, "Usage: KvBenchWorkers [ROUNDS]\n");
+    if (!KvReadRoundsOption(argc, argv, "KvBenchWorkers", rounds))
         return 2;
-    }
     CKvWorkerManager workers(kWorkers);
     CQueuePool pool;
     const auto useWorkers = [&workers] {
