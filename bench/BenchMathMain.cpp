@@ -10,8 +10,8 @@
 
 #include "bench/KvBenchRandom.h"
 #include "bench/KvBenchReport.h"
+#include "bench/KvBenchRounds.h"
 #include "bench/KvBenchStatistics.h"
-#include "bench/KvMeasureInTurn.h"
 #include "math/KvMatrix44.h"
 #include "math/KvQuaternion.h"
 #include "math/KvVector3.h"
@@ -166,7 +166,7 @@ double MeasureMs(Loop loop, CSamples& samples)
 int main(int argc, char** argv)
 {
     int rounds = 21;
-    if (!KvReadRounds("KvBenchMath", argc, argv, rounds))
+    if (!KvReadRoundsOption(argc, argv, "KvBenchMath", rounds))
         return 2;
     CSamples samples = MakeSamples();
     std::array<CCompared, 3> compared = {

@@ -13,8 +13,8 @@
 
 #include "bench/KvBenchRandom.h"
 #include "bench/KvBenchReport.h"
+#include "bench/KvBenchRounds.h"
 #include "bench/KvBenchStatistics.h"
-#include "bench/KvMeasureInTurn.h"
 #include "resource/KvObjectPool.h"
 
 namespace {
@@ -189,7 +189,7 @@ struct CCompared
 int main(int argc, char** argv)
 {
     int rounds = 11;
-    if (!KvReadRounds("KvBenchObjects", argc, argv, rounds))
+    if (!KvReadRoundsOption(argc, argv, "KvBenchObjects", rounds))
         return 2;
     const CPlan plan = MakePlan();
     std::array<CCompared, OPERATION_COUNT> compared = {

@@ -1,6 +1,5 @@
 // KvBenchTool: compares the tool with the yardstick on generated inputs and prints the figures.
 
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <span>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "bench/KvBenchReport.h"
+#include "bench/KvBenchRounds.h"
 #include "bench/KvProcessMeter.h"
 #include "bench/KvSpeedBench.h"
 #include "bench/KvTemporaryFolder.h"
@@ -34,13 +34,6 @@ std::string DefaultTool(const std::string& ownPath)
     return (folder.parent_path() / "KvGameFileCreator").string();
 }
 
-bool ReadRounds(std::string_view text, int& rounds)
-{
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, rounds);
-    return error == std::errc() && stop == end && rounds >= 1 && rounds <= 1000;
-}
-
 bool ReadOptions(std::span<char* const> words, COptions& options)
 {
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -48,7 +41,7 @@ bool ReadOptions(std::span<char* const> words, COptions& options)
         if (word == "--quick") {
             options.quick = true;
         } else if (word == "--rounds") {
-            if (++i == words.size() || !ReadRounds(words[i], options.rounds))
+            if (++i == words.size() || !KvReadRounds(words[i], options.rounds))
                 return false;
         } else if (!word.starts_with("--")) {
             options.tool = word;

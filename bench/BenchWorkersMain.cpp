@@ -14,8 +14,8 @@
 #include <vector>
 
 #include "bench/KvBenchReport.h"
+#include "bench/KvBenchRounds.h"
 #include "bench/KvBenchStatistics.h"
-#include "bench/KvMeasureInTurn.h"
 #include "system/KvWorkerManager.h"
 
 namespace {
@@ -134,7 +134,7 @@ void Measure(CWay& way)
 int main(int argc, char** argv)
 {
     int rounds = 9;
-    if (!KvReadRounds("KvBenchWorkers", argc, argv, rounds))
+    if (!KvReadRoundsOption(argc, argv, "KvBenchWorkers", rounds))
         return 2;
     CKvWorkerManager workers(kWorkers);
     CQueuePool pool;

@@ -20,9 +20,3 @@ struct CKvTurnCosts
 /// meets both, and gives the medians.
 CKvTurnCosts KvMeasureInTurn(int rounds, const std::function<void()>& ours,
                              const std::function<void()>& yardstick);
-
-/// Reads the one argument that such a program may have, how often to run the ways in turn; \a
-/// rounds is what to do without.
-///
-/// Errors: false, with the usage on the error stream, unless it is a number from 1 to 1000.
-bool KvReadRounds(const char* program, int argc, char** argv, int& rounds);

@@ -22,7 +22,7 @@ void Declare(KvCmdLine::CKvDescriptor& descriptor)
 {
     descriptor.SetHelp("Prints the commands that build a game.")
         .AddSwitch("b", "build", "the one build to print", KvCmdLine::PARAMETER_TYPE_STRING)
-        .AddSwitch("t", "tools", "the folder of the engine's tools", "..\\Korva\\tools\\")
+        .AddSwitch("t", "tools", "the folder of the engine's tools", "../Korva/tools/")
         .AddSwitch("h", "help", "this page")
         .AddArgument("configurations", "the configurations file");
 }
@@ -51,33 +51,46 @@ void PrintCommands(CKvConfigurationHelper& helper)
     Print("package  ", program, arguments);
 }
 
-void PrintBuild(const Text& file, const CKvConfigurationManager& manager,
+/// False when the build cannot be made: warnings tell why, or the helper does on standard error.
+bool PrintBuild(const Text& file, const CKvConfigurationManager& manager,
                 const CKvConfigurationBuild& build, const Text& tools)
 {
+    std::printf("%s (%s\\%s)\n", build.GetName().GetText(), build.GetPlatform().GetText(),
+                build.GetApi().GetText());
+    const Text warnings = build.WellFormed();
+    std::printf("%s", warnings.GetText());
+    if (!warnings.IsEmpty())
+        return false;
     CKvConfigurationHelper helper;
     helper.Initialize(file, manager, build.GetName(), tools);
-    std::printf("%s (%s)\n", build.GetName().GetText(), helper.GetTargetBuildAsString().GetText());
-    const Text warnings = build.WellFormed();
-    if (warnings.IsEmpty())
-        PrintCommands(helper);
-    else
-        std::printf("%s", warnings.GetText());
+    Text program, arguments;
+    helper.GetPackageCommand(program, arguments);
+    if (program.IsEmpty())
+        return false;
+    PrintCommands(helper);
+    return true;
 }
 
-/// False when the file has no build of that name. The empty name stands for all of them.
+/// Prints one build, or all of them for the empty name. False when one cannot be made or none is
+/// there.
 bool PrintPlan(const Text& file, const Text& onlyBuild, const Text& tools)
 {
     CKvConfigurationManager manager;
     manager.Initialize(file.GetText());
+    bool isComplete = true;
     bool found = false;
     for (const Text& name : manager.GetListBuild()) {
         const CKvIdentifier identifier(name);
         if (!onlyBuild.IsEmpty() && CKvIdentifier(onlyBuild) != identifier)
             continue;
-        PrintBuild(file, manager, *manager.GetBuild(identifier), tools);
+        if (!PrintBuild(file, manager, *manager.GetBuild(identifier), tools))
+            isComplete = false;
         found = true;
     }
-    return found;
+    if (!found)
+        std::fprintf(stderr, "No %s in file %s\n", onlyBuild.IsEmpty() ? "builds" : "such build",
+                     file.GetText());
+    return found && isComplete;
 }
 
 }  // namespace
@@ -92,9 +105,13 @@ int main(int count, char** words)
         std::fprintf(stderr, "%s\n", result.GetLastError());
         return 1;
     }
-    if (result.IsSwitchSet("help", true) || !result.IsArgumentSet("configurations")) {
+    if (result.IsSwitchSet("help", true)) {
         descriptor.PrintHelp();
-        return result.IsSwitchSet("help", true) ? 0 : 1;
+        return 0;
+    }
+    if (!result.IsArgumentSet("configurations") || result.GetExtraArgumentCount() > 0) {
+        std::fprintf(stderr, "Usage: buildplan [-b NAME] [-t FOLDER] CONFIGURATIONS\n");
+        return 1;
     }
     // Loading would make a file that is not there.
     const Text file(static_cast<const char*>(result.GetArgument("configurations")));
@@ -104,9 +121,5 @@ int main(int count, char** words)
     }
     const Text build(static_cast<const char*>(result.GetSwitch("build", true)));
     const Text tools(static_cast<const char*>(result.GetSwitch("tools", true)));
-    if (!PrintPlan(file, build, tools)) {
-        std::fprintf(stderr, "No such build in file %s\n", file.GetText());
-        return 1;
-    }
-    return 0;
+    return PrintPlan(file, build, tools) ? 0 : 1;
 }

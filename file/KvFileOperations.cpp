@@ -38,7 +38,8 @@ bool CopyContent(std::FILE* source, std::FILE* target)
 }
 
 /// Copies content and attributes and closes \a source. The attributes come first, so that nobody
-/// reads what the source keeps private, and again at the end, since writing moves the time.
+/// reads what the source keeps private (until then a new target is its owner's alone), and again at
+/// the end, since writing moves the time.
 bool CopyWhole(CStream source, std::FILE* target)
 {
     const auto& takeOverAttributes = KvPlatformFolders().takeOverAttributes;
@@ -53,8 +54,8 @@ bool CopyPlainFile(const TKvString<char>& source, const TKvString<char>& destina
         return false;
     CStream from(KvPlatformDisk().openStream(source.GetText(), "rb"));
     CKvWholeFileWriter writer;
-    if (from == nullptr ||
-        writer.Open(destination, EKvFileSystemOpenMode::WriteBinary) != EKvFileSystemError::Success)
+    if (from == nullptr || writer.Open(destination, EKvFileSystemOpenMode::WriteBinary,
+                                       EKvNewFileAccess::OwnerOnly) != EKvFileSystemError::Success)
         return false;
 
     // Straight to the stream: a copy keeps the bytes as they are, whatever SetSwapDWORDOnWrite()
@@ -70,7 +71,7 @@ bool CopyToNewFile(const TKvString<char>& source, const TKvString<char>& destina
     CStream from(KvPlatformDisk().openStream(source.GetText(), "rb"));
     if (from == nullptr)
         return false;
-    CStream to(KvPlatformDisk().openStream(destination.GetText(), "wbx"));
+    CStream to(KvPlatformDisk().openStream(destination.GetText(), "wbxp"));
     if (to == nullptr)
         return false;
     const bool copied = CopyWhole(std::move(from), to.get());

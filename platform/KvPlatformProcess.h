@@ -28,8 +28,8 @@ enum class EKvProcessStatus
 inline constexpr std::intptr_t kKvNoProcess = -1;
 
 /// Starts the program that the command's first word names; without a separator it is looked for on
-/// PATH. It inherits the environment, the current folder and the three standard streams, no other
-/// open file, and signals as they are when a program starts.
+/// PATH. It inherits the environment, the current folder and the three standard streams, but no
+/// other open file and no blocked signal. Ignored signals stay ignored, but SIGPIPE and SIGCHLD.
 ///
 /// Ownership: the process is asked for with KvPlatformAskProcess() until it has ended.
 /// Errors:    false when the command has no word or the program cannot be started.

@@ -16,8 +16,8 @@
 
 namespace {
 
-/// How a program is started: with the signals of a fresh start and no files but the standard
-/// streams, whatever the host has set up for itself.
+/// How a program is started: with no files but the standard streams, and with the signals that
+/// programs rely on as they are at a fresh start, whatever the host has set up for itself.
 class CStart
 {
 public:
@@ -30,6 +30,7 @@ public:
         posix_spawnattr_setsigmask(&m_attributes, &none);
         sigset_t ignoredByHosts = none;
         sigaddset(&ignoredByHosts, SIGPIPE);
+        sigaddset(&ignoredByHosts, SIGCHLD);
         posix_spawnattr_setsigdefault(&m_attributes, &ignoredByHosts);
     }
 

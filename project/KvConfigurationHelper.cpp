@@ -12,6 +12,7 @@
 #include "file/KvFileSystemUnCached.h"
 #include "platform/KvPlatformEnvironment.h"
 #include "project/KvConfigurationManager.h"
+#include "project/KvDocumentFile.h"
 #include "scripttree/KvScriptTreeNode.h"
 #include "scripttree/KvScriptTreeSerializerXML.h"
 
@@ -37,16 +38,6 @@ void FindPlace(const char* const (&table)[kCount], const Text& text, int& index)
         if (text == table[i])
             index = static_cast<int>(i);
     }
-}
-
-/// A path in a file that lies in \a folder. Without folder it is left relative to the current one.
-Text MakeAbsolute(Text path, const Text& folder)
-{
-    if (folder.IsEmpty())
-        CKvFilePath::ConvertToNativePath(path);
-    else
-        CKvFilePath::ConvertToAbsolute(path, folder);
-    return path;
 }
 
 void MakeFolder(Text path)
@@ -130,8 +121,9 @@ void CKvConfigurationHelper::Initialize(const Text& configurationFile,
     }
 
     m_configurationDirectory = CKvFilePath(configurationFile, false).getFilePath();
-    m_projectFile = MakeAbsolute(project->GetProjectFile(), m_configurationDirectory);
-    m_cmakeListsPath = MakeAbsolute(project->GetProjectCMakeLists(), m_configurationDirectory);
+    m_projectFile = KvResolveDocumentPath(project->GetProjectFile(), m_configurationDirectory);
+    m_cmakeListsPath =
+        KvResolveDocumentPath(project->GetProjectCMakeLists(), m_configurationDirectory);
     m_sourceControlUserId = sourceControl->GetUserId();
     m_sourceControlUserPwd = sourceControl->GetUserPwd();
     m_sourceControlUrl = sourceControl->GetUrl();
@@ -206,7 +198,8 @@ bool CKvConfigurationHelper::FindTmpDirectory(const Text& outputSubdirectory)
     Text folder;
     if (!ReadTemporaryFolder(m_projectFile, folder))
         return false;
-    m_temporaryDirectory = MakeAbsolute(folder, CKvFilePath(m_projectFile, false).getFilePath());
+    m_temporaryDirectory =
+        KvResolveDocumentPath(folder, CKvFilePath(m_projectFile, false).getFilePath());
     m_platformTemporaryDirectory = m_temporaryDirectory + "\\" + m_platform;
     m_outputDirectory =
         m_platformTemporaryDirectory + "\\" + m_buildName + "\\" + outputSubdirectory + "\\";

@@ -6,8 +6,10 @@
 // architectures); the compile-assets command; the two commands of the packager.
 //
 // Words are joined as they are. Most paths, the build's name and the architectures stand in the
-// command lines without quotes: one with a blank falls apart into several words, and whoever
-// writes the configurations file decides what is run.
+// command lines without quotes: one with a blank falls apart into several words. The path of the
+// headers, the folders of the tools and of the configurations file stand in quotes, which a
+// backslash at their end would take with it. Whoever writes the configurations file decides what
+// is run.
 
 #pragma once
 
@@ -32,6 +34,7 @@ public:
 
     /// Takes over what the commands of a build need. Relative paths in the configurations are
     /// relative to the folder of \a configurationFile. The output and temporary folders are made.
+    /// The folder of the tools ends in a slash: some commands append to it as it is.
     ///
     /// Errors: a message on standard error.
     ///         - The build is not there, or the distribution that it names: no commands.

@@ -7,6 +7,7 @@
 #include "core/KvOutOfMemory.h"
 #include "file/KvFile.h"
 #include "file/KvFileOperations.h"
+#include "file/KvFilePath.h"
 #include "file/KvFileSystemUnCached.h"
 #include "file/KvWholeFileWriter.h"
 #include "scripttree/KvScriptTree.h"
@@ -136,6 +137,12 @@ bool KvSaveDocumentFile(CKvScriptTree& tree, const TKvString<char>& path, EKvDoc
 bool KvCanStoreText(const TKvString<char>& text)
 {
     return std::strpbrk(text.GetText(), "\"<&") == nullptr;
+}
+
+TKvString<char> KvResolveDocumentPath(TKvString<char> path, const TKvString<char>& folder)
+{
+    CKvFilePath::ConvertToAbsolute(path, folder.IsEmpty() ? TKvString<char>(".") : folder);
+    return path;
 }
 
 void KvReportUnsavedFile(const TKvString<char>& path)

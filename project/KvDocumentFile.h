@@ -52,5 +52,11 @@ enum class EKvDocumentFile
 /// so none can hold '"', '<' or '&'. All else is read back byte for byte.
 [[nodiscard]] bool KvCanStoreText(const TKvString<char>& text);
 
+/// Makes a path that stands in a document native and, unless it begins with a drive such as "C:\",
+/// one below the document's folder. The empty folder, that of a document named without one, is the
+/// current one.
+[[nodiscard]] TKvString<char> KvResolveDocumentPath(TKvString<char> path,
+                                                    const TKvString<char>& folder);
+
 /// For saves without a result: prints "Cannot save file PATH" on standard error.
 void KvReportUnsavedFile(const TKvString<char>& path);

@@ -291,8 +291,7 @@ const TKvString<char>& CKvProject::GetGeneralText(const char* key) const
 
 void CKvProject::GetRealPath(const TKvString<char>& setting, TKvString<char>& out) const
 {
-    TKvString<char> path = setting;
-    CKvFilePath::ConvertToAbsolute(path, GetProjectDirectory());
+    TKvString<char> path = KvResolveDocumentPath(setting, GetProjectDirectory());
     if (!std::string_view(path.GetText()).ends_with('\\'))
         path += "\\";
     out = path;

@@ -67,7 +67,8 @@ public:
     const TKvString<char>& GetProjectGenericPath() const;
     const TKvString<char>& GetProjectTempDirectory() const;
 
-    // The settings' paths made absolute against the project's directory, a backslash at the end.
+    // The settings' paths made absolute against the project's directory, a backslash at the end:
+    // see KvResolveDocumentPath().
     void GetRealGenericPath(TKvString<char>& out) const;
     void GetRealTemporaryPath(TKvString<char>& out) const;
 

@@ -16,7 +16,8 @@ bool CKvProcess::Start()
 
 void CKvProcess::Kill()
 {
-    if (m_handle == kKvNoProcess)
+    // Somebody else may have seen its end, and its id may by now be that of another process.
+    if (Ask(false) != EStatus::Running)
         return;
     KvPlatformKillProcess(m_handle);
     Ask(true);

@@ -24,8 +24,7 @@ public:
     /// Starts the command, again if it has ended before.
     ///
     /// Errors: false while it runs, and when the program cannot be started; the status is then as
-    /// it
-    ///         was.
+    ///         it was.
     [[nodiscard]] bool Start();
 
     /// Looks how the process is, without waiting, and gives the status.

@@ -179,6 +179,9 @@ TEST_F(KvProjectTest, AProjectAnswersForItsSettings)
     EXPECT_EQ(path, "C:\\games\\harbour\\Assets\\");
     project.GetRealCompiledPath(path);
     EXPECT_EQ(path, "D:\\tmp\\Windows\\DX9\\");
+    project.SetProjectFile("p");
+    project.GetRealGenericPath(path);
+    EXPECT_EQ(path, ".\\Assets\\");
 
     bool on = true;
     CKvArray<CKvIdentifier> languages;
