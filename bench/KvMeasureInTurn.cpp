@@ -1,7 +1,6 @@
 #include "bench/KvMeasureInTurn.h"
 
 #include <ctime>
-#include <system_error>
 #include <vector>
 
 #include "bench/KvBenchStatistics.h"
