@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <random>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -48,21 +47,6 @@ void ExpectHoldsWhatAVectorHolds()
         }
         ASSERT_TRUE(std::equal(array.begin(), array.end(), model.begin(), model.end())) << step;
     }
-}
-
-TEST(KvArrayTest, GrowsFromTheGrowthStepByAThird)
-{
-    CKvArray<int> array;
-    std::set<int> capacities;
-    for (int i = 0; i < 50; ++i) {
-        array.Add(i);
-        capacities.insert(array.GetCapacity());
-    }
-    EXPECT_EQ(capacities, (std::set<int>{16, 22, 30, 41, 56}));
-    array.SetGrowthStep(3);
-    array.Clear();  // brings the default growth step back
-    array.Add(1);
-    EXPECT_EQ(array.GetCapacity(), 16);
 }
 
 TEST(KvArrayTest, HoldsWhatAVectorHoldsAfterTheSameOperations)

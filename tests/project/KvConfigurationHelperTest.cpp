@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -93,85 +94,50 @@ protected:
     CKvConfigurationManager m_manager;
 };
 
-TEST_F(KvConfigurationHelperTest, CommandsOfEveryPlatform)
+// The commands as wholes are in the example that plans builds.
+TEST_F(KvConfigurationHelperTest, CommandsDifferByPlatform)
 {
-    const std::string kWords = " -DKORVA_SDK_LIB_PATH=lib -DCMAKE_CONFIGURATION_TYPES=Release ";
-    const std::pair<const char*, std::string> kOptions[] = {
-        {"Windows", "-G \"Visual Studio 10\"" + kWords},
-        {"iOS", "-G \"Xcode\"" + kWords},
+    const std::string kWords = "-DKORVA_SDK_LIB_PATH=lib -DCMAKE_CONFIGURATION_TYPES=Release ";
+    std::map<std::string, std::string> options = {
+        {"Windows", "-G \"Visual Studio 10\" " + kWords},
+        {"iOS", "-G \"Xcode\" " + kWords},
         {"Android",
          "-G \"MinGW Makefiles\" -DANDROID_NATIVE_API_LEVEL=android-9 -DANDROID_ABI= "
          "-DKORVA_SDK_LIB_PATH=lib/ -DCMAKE_BUILD_TYPE=Release "}};
     for (const std::string platform : {"Windows", "Linux", "Mac", "Xbox360", "XboxOne", "PS3",
                                        "PS4", "PSVita", "iOS", "Android", "WiiU", "3DS"}) {
         SCOPED_TRACE(platform);
-        std::string options;
-        for (const auto& [name, text] : kOptions)
-            options = platform == name ? text : options;
-        const auto expected = [&](const char* text) {
-            const Text filled = KvReplaceAll(text, "$options", options.c_str());
-            return std::string(KvReplaceAll(filled, "$", platform.c_str()).GetText());
-        };
         AddBuild(platform.c_str(), platform.c_str());
-        const bool isMobile = platform == "iOS" || platform == "Android";
         Helper helper;
         EXPECT_EQ(Initialize(helper, platform.c_str()), "");
-        EXPECT_EQ(
-            Compose(helper, kConfigure),
-            expected("P/bin\\cmake|-E chdir N\\game\\..\\tmp\\$\\tmp \"P/bin\\cmake\" $options"
-                     "-DKORVA_SDK_HEADER_PATH=\"inc\" -DBUILD_FILE_PATH=\"P/game/\" "
-                     "-DBUILD_CONFIG_NAME=\"$\" -DKORVA_TOOLS_DIR=\"tools\"  "
-                     "-DA=&quot;1&quot; N\\game\\src\\CMakeLists"));
-        EXPECT_EQ(Compose(helper, kCompile),
-                  expected("P/bin\\cmake|-E chdir N\\game\\..\\tmp\\$\\tmp \"P/bin\\cmake\" "
-                           " --build . --target BuildQUAY --config Release"));
-        EXPECT_EQ(Compose(helper, kAssets),
-                  expected("tools\\KvAssetCompiler.exe|N\\game\\a.project $ DX9 ") +
-                      (isMobile ? "" : "-no_sprite_downscale"));
-        EXPECT_EQ(Compose(helper, kPackage),
-                  expected("toolsKvGamePackager.exe |--build P/game/ $ "));
-        for (const char* made : {"tmp/$/tmp", "tmp/$/DX9"})
-            EXPECT_TRUE(fs::is_directory(m_folder.Path(expected(made)))) << made;
-        EXPECT_FALSE(helper.HasAnotherArchitecture());
+        std::string start = "P/bin\\cmake|-E chdir N\\game\\..\\tmp\\" + platform;
+        start.append("\\tmp \"P/bin\\cmake\" ").append(options[platform]);
+        EXPECT_EQ(Compose(helper, kConfigure).find(start + "-DKORVA_SDK_HEADER_PATH"), 0U);
+        const bool isMobile = platform == "iOS" || platform == "Android";
+        EXPECT_EQ(Compose(helper, kAssets).ends_with(" DX9 "), isMobile);
+        for (const char* made : {"/tmp", "/DX9"})
+            EXPECT_TRUE(fs::is_directory(m_folder.Path("tmp/" + platform + made))) << made;
     }
 }
 
-TEST_F(KvConfigurationHelperTest, ArchitecturesAreBuiltOneAfterTheOther)
+// Builds of several architectures are in the example that plans builds.
+TEST_F(KvConfigurationHelperTest, OutputGoesWherePlatformAndDistributionWantIt)
 {
-    setenv("ANDROID_NDK_ROOT", "N:\\dk", 1);
     CKvConfigurationBuild& build = AddBuild("a", "Android");
     build.SetDistribution("steam");
+    build.AddArchitecture("arm");
     Helper helper;
-    for (const char* architecture : {"arm", "x86"})
-        build.AddArchitecture(architecture);
     EXPECT_EQ(Initialize(helper, "A"), "");
     EXPECT_TRUE(fs::is_directory(m_folder.Path("tmp/Android/a/libs")));
     EXPECT_EQ(Compose(helper, &Helper::GetConfigurePackagerCommand),
               "toolsKvGamePackager.exe |--configure P/game/ a arm");
-    for (const char* architecture : {"arm", "x86"}) {
-        const auto startsWith = [&](const std::string& text, const char* start) {
-            return text.rfind(KvReplaceAll(start, "$", architecture).GetText(), 0) == 0;
-        };
-        EXPECT_TRUE(helper.HasAnotherArchitecture());
-        EXPECT_TRUE(startsWith(
-            Compose(helper, kConfigure),
-            "P/bin\\cmake|-E chdir N\\game\\..\\tmp\\Android\\$ \"P/bin\\cmake\" -G \"MinGW "
-            "Makefiles\" "
-            "-DANDROID_NATIVE_API_LEVEL=android-9 -DANDROID_ABI=$ -DCMAKE_MAKE_PROGRAM=\"N:\\dk\\"
-            "prebuilt\\windows-x86_64\\bin\\make.exe\" -DKORVA_SDK_LIB_PATH=lib/$ "
-            "-DCMAKE_BUILD_TYPE"));
-        EXPECT_TRUE(startsWith(Compose(helper, kCompile),
-                               "P/bin\\cmake|-E chdir N\\game\\..\\tmp\\Android\\$ \"P/bin"));
-    }
-    EXPECT_FALSE(helper.HasAnotherArchitecture());
+    Compose(helper, kCompile);
     EXPECT_EQ(Compose(helper, kConfigure) + Compose(helper, kCompile), "||");
-    EXPECT_EQ(Compose(helper, kPackage), "toolsKvGamePackager.exe |--build P/game/ a ");
     EXPECT_EQ(Compose(helper, &Helper::GetCleanCommand), "before|before");
 
     AddBuild("l", "Linux").SetDistribution("STEAM");
     EXPECT_EQ(Initialize(helper, "l"), "");
     EXPECT_TRUE(fs::is_directory(m_folder.Path("tmp/Linux/l/content")));
-    EXPECT_EQ(helper.GetTargetBuildAsString(), "Linux\\DX9");
 }
 
 TEST_F(KvConfigurationHelperTest, WhatIsMissingIsToldAndMakesNoFolders)
@@ -190,10 +156,6 @@ TEST_F(KvConfigurationHelperTest, WhatIsMissingIsToldAndMakesNoFolders)
         EXPECT_EQ(Initialize(helper, build), told + m_configurations + "\n");
         EXPECT_EQ(all(), "||||");
     }
-    testing::internal::CaptureStderr();
-    helper.Initialize("c", CKvConfigurationManager(), "b", "");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot find build b in file c\n");
-
     fs::remove_all(m_folder.Path("tmp"));
     for (const auto& [content, told] :
          {std::pair{"<", "Cannot load XML from"},

@@ -30,17 +30,14 @@ void ExpectKind(int number, const char* name, int size, const char* scalar, int 
     V variant;
     variant.SetValue(value);
     EXPECT_EQ(variant.GetEType(), type);
-    V copy;
-    copy.SetValueFromMemory(variant.GetConstDataPtr(), type);
-    EXPECT_EQ(copy.GetEType(), type);
     unsigned char out[V::max_value_byte_size + 1];
     std::memset(out, 0xEE, sizeof out);
-    copy.MemoryCopyTo(out);
+    variant.MemoryCopyTo(out);
     EXPECT_EQ(std::memcmp(out, bytes, sizeof bytes), 0);
     EXPECT_EQ(out[size], 0xEE);
 }
 
-TEST(KvBasicVariantTest, EveryKindGoesInAndComesOut)
+TEST(KvBasicVariantTest, EveryKindGoesInAndComesOutAndNothingElseIsOne)
 {
     ExpectKind<V::BasicMat4x4>(0, "matrix4x4", 64, "float", 16);
     ExpectKind<V::BasicMat3x3>(1, "matrix3x3", 36, "float", 9);
@@ -64,10 +61,6 @@ TEST(KvBasicVariantTest, EveryKindGoesInAndComesOut)
     ExpectKind<int>(19, "int", 4, "int", 1);
     ExpectKind<unsigned int>(20, "uint", 4, "uint", 1);
     ExpectKind<bool>(21, "bool", 1, "bool", 1);
-}
-
-TEST(KvBasicVariantTest, WhatIsNoKindIsRefused)
-{
     EXPECT_EQ(V::GetETypeEnumFromName("Vector3"), V::TYPE_INVALID);
     for (const V::EType type : {V::TYPE_INVALID, static_cast<V::EType>(V::kTypeCount)}) {
         EXPECT_FALSE(V::IsValidEType(type));
