@@ -30,6 +30,7 @@ std::string Entry(const std::string& name, char crc)
 class KvIdentifierHashFileTest : public testing::Test
 {
 protected:
+    KvIdentifierHashFileTest() { m_manager.Release(); }
     ~KvIdentifierHashFileTest() override { m_manager.Release(); }
 
     /// Loads these bytes into an empty register and gives the names there, in slot order.
