@@ -9,8 +9,7 @@ namespace {
 std::string Split(const char* text)
 {
     const CKvFilePath path(text, false);
-    return std::string(path.getFilePath().GetText()) + " | " + path.getFileName().GetText() +
-           " | " + path.getFileExt().GetText() + " | " + path.getFileNameExt().GetText();
+    return (path.getFilePath() + " | " + path.getFileName() + " | " + path.getFileExt()).GetText();
 }
 
 std::string ToAbsolute(const char* text, const char* base)
@@ -22,9 +21,9 @@ std::string ToAbsolute(const char* text, const char* base)
 
 TEST(KvFilePathTest, PathsSplitAtTheLastSeparatorAndTheLastDotBehindIt)
 {
-    EXPECT_EQ(Split("data/levels\\a.b.level"), "data/levels\\ | a.b | level | a.b.level");
-    EXPECT_EQ(Split("data\\levels.d/a"), "data\\levels.d/ | a |  | a");
-    EXPECT_EQ(Split("/.hidden"), "/ |  | hidden | .hidden");
+    EXPECT_EQ(Split("data/levels\\a.b.level"), "data/levels\\ | a.b | level");
+    EXPECT_EQ(Split("data\\levels.d/a"), "data\\levels.d/ | a | ");
+    EXPECT_EQ(Split("/.hidden"), "/ |  | hidden");
 }
 
 TEST(KvFilePathTest, RelativePathsGetTheBaseWithOneSeparator)

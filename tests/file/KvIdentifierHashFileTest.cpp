@@ -5,6 +5,8 @@
 
 #include "core/KvIdentifier.h"
 #include "core/KvIdentifierManager.h"
+#include "tests/support/KvCompressedFiles.h"
+#include "tests/support/KvDocumentedBytes.h"
 #include "tests/support/KvFaultyDisk.h"
 #include "tests/support/KvTemporaryFolder.h"
 
@@ -12,19 +14,9 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// The example of docs/formats/identifier-hash-file.md.
-const std::string kLittle(
-    "\x02\0\0\0"
-    "\x06\0\0\0entity\x0D\xAB\x69\xDB\x13\x35\xCE\xDD"
-    "\x04\0\0\0name\x25\xF9\xC9\x44\x54\x93\xB1\xAF",
-    38);
-const std::string kBig(
-    "\0\0\0\x02"
-    "\0\0\0\x06"
-    "entity\xDD\xCE\x35\x13\xDB\x69\xAB\x0D"
-    "\0\0\0\x04"
-    "name\xAF\xB1\x93\x54\x44\xC9\xF9\x25",
-    38);
+const std::string kDocument = std::string(KV_SOURCE_PATH) + "/docs/formats/identifier-hash-file.md";
+const std::string kLittle = KvDocumentedBytes(kDocument, 0);
+const std::string kBig = KvDocumentedBytes(kDocument, 1);
 
 /// A name that no reader takes.
 const std::string kTooLong(512, 'n');
@@ -32,16 +24,14 @@ const std::string kTooLong(512, 'n');
 /// An entry of a little-endian file.
 std::string Entry(const std::string& name, char crc)
 {
-    const auto low = static_cast<char>(name.size() & 0xFF);
-    const auto high = static_cast<char>(name.size() >> 8);
-    return std::string{low, high, 0, 0} + name + std::string{crc, 0, 0, 0, 0, 0, 0, 0};
+    return KvLittleEndian(name.size(), 4) + name + std::string{crc, 0, 0, 0, 0, 0, 0, 0};
 }
 
 class KvIdentifierHashFileTest : public testing::Test
 {
 protected:
-    void SetUp() override { m_manager.Release(); }
-    void TearDown() override { m_manager.Release(); }
+    KvIdentifierHashFileTest() { m_manager.Release(); }
+    ~KvIdentifierHashFileTest() override { m_manager.Release(); }
 
     /// Loads these bytes into an empty register and gives the names there, in slot order.
     Names Load(const std::string& bytes, bool swapEndian)
@@ -83,12 +73,10 @@ TEST_F(KvIdentifierHashFileTest, AFileCutAnywhereGivesTheEntriesBeforeTheCut)
 TEST_F(KvIdentifierHashFileTest, OddEntriesAreTakenAsTheyStandAndTooLongNamesEndTheReading)
 {
     const std::string three("\3\0\0\0", 4);
-    const std::string a = Entry("a", 1);
     const std::string b = Entry("b", 2);
-    EXPECT_EQ(Load(three + Entry(kTooLong.substr(1), 1) + b, false),
-              (Names{kTooLong.substr(1), "b"}));
-    EXPECT_EQ(Load(three + b + Entry(kTooLong, 1) + a, false), Names{"b"});
-    EXPECT_EQ(Load(three + b + "\xFF\xFF\xFF\xFF" + kTooLong, false), Names{"b"});
+    const std::string longest = kTooLong.substr(1);
+    EXPECT_EQ(Load(three + Entry(longest, 1) + b, false), (Names{longest, "b"}));
+    EXPECT_EQ(Load(three + b + Entry(kTooLong, 1) + Entry("a", 1), false), Names{"b"});
     EXPECT_EQ(Load(three + Entry("", 1) + b, false), (Names{"", "b"}));
 }
 

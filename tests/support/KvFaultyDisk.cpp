@@ -11,9 +11,12 @@ CKvFaultyDisk* s_disk = nullptr;
 /// The operations of the table, which are plain functions and find their state in s_disk.
 struct CKvFaultyDiskOperations
 {
-    static std::FILE* OpenStream(const char* path, const char* mode)
+    /// The operations that give \a kFailure when they fail, and do nothing then.
+    template <auto kOperation, auto kFailure, class... TArguments>
+    static auto OnDisk(TArguments... arguments)
+        -> decltype((KvPlatformHostDisk().*kOperation)(arguments...))
     {
-        return s_disk->NextFails() ? nullptr : KvPlatformHostDisk().openStream(path, mode);
+        return s_disk->NextFails() ? kFailure : (KvPlatformHostDisk().*kOperation)(arguments...);
     }
 
     static std::size_t ReadStream(std::FILE* stream, void* buffer, std::size_t sizeBytes)
@@ -39,32 +42,10 @@ struct CKvFaultyDiskOperations
         return KvPlatformHostDisk().writeStream(stream, data, moves);
     }
 
-    static bool SeekStream(std::FILE* stream, std::int64_t offsetBytes, EKvSeekOrigin origin)
-    {
-        return !s_disk->NextFails() && KvPlatformHostDisk().seekStream(stream, offsetBytes, origin);
-    }
-
-    static std::int64_t TellStream(std::FILE* stream)
-    {
-        return s_disk->NextFails() ? -1 : KvPlatformHostDisk().tellStream(stream);
-    }
-
     static bool CloseStream(std::FILE* stream)
     {
         const bool fails = s_disk->NextFails() || s_disk->m_damaged.erase(stream) != 0;
         return KvPlatformHostDisk().closeStream(stream) && !fails;
-    }
-
-    static EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
-                                                 CKvReplacement& replacement)
-    {
-        return s_disk->NextFails() ? EKvReplacementStatus::Failed
-                                   : KvPlatformHostDisk().beginReplacement(path, mode, replacement);
-    }
-
-    static bool CommitReplacement(const CKvReplacement& replacement)
-    {
-        return !s_disk->NextFails() && KvPlatformHostDisk().commitReplacement(replacement);
     }
 
     static void DiscardReplacement(const CKvReplacement& replacement)
@@ -93,10 +74,18 @@ struct CKvFaultyDiskOperations
                                    &InFolders<&F::takeOverAttributes>,
                                    &ClearReadOnly};
 
-    static constexpr CKvDiskOperations kTable = {
-        &OpenStream,        &ReadStream,         &ReadStreamAt, &WriteStream,
-        &SeekStream,        &TellStream,         &CloseStream,  &BeginReplacement,
-        &CommitReplacement, &DiscardReplacement, &kFolders};
+    using D = CKvDiskOperations;
+    static constexpr D kTable = {&OnDisk<&D::openStream, nullptr>,
+                                 &ReadStream,
+                                 &ReadStreamAt,
+                                 &WriteStream,
+                                 &OnDisk<&D::seekStream, false>,
+                                 &OnDisk<&D::tellStream, std::int64_t{-1}>,
+                                 &CloseStream,
+                                 &OnDisk<&D::beginReplacement, EKvReplacementStatus::Failed>,
+                                 &OnDisk<&D::commitReplacement, false>,
+                                 &DiscardReplacement,
+                                 &kFolders};
 };
 
 CKvFaultyDisk::CKvFaultyDisk(int failing, EFaults faults) : m_failing(failing), m_faults(faults)

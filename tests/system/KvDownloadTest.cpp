@@ -109,7 +109,6 @@ TEST(KvDownloadTest, EveryAnswerHasItsResultAndItsPrintedText)
         {"a byte too long", {ok + "0123456789a"}, Close, kFailed, ok},
         {"not found", {"HTTP/1.0 404 Not Found\r\n\r\nx"}, Close, kFailed, ""},
         {"server error", {"HTTP/1.0 500 No\r\n\r\nx"}, Close, "x", "HTTP/1.0 500 No\r\n\r\n"},
-        {"no status line", {"\r\n\r\n"}, Close, "", "\r\n\r\n"},
         {"lying", {"H\r\ncontent-length: 9\r\n\r\n"}, Close, "", "H\r\ncontent-length: 9\r\n\r\n"},
         {"NUL bytes", {ok + std::string("a\0b\0", 4)}, Close, std::string("a\0b\0", 4), ok},
         {"controls", {"H\t\x1B[2J\x7F\x9B\x07\r\n\r\n\x1B"}, Close, "\x1B", "H\t?[2J???\r\n\r\n"},
