@@ -113,6 +113,20 @@ TEST_F(KvBigFileTest, BothByteOrdersHaveTheDocumentedBytes)
     }
 }
 
+TEST_F(KvBigFileTest, TheSwapFlagWorksOnAMemberAsOnOneWrite)
+{
+    std::string content(200'003, '\0');
+    std::generate(content.begin(), content.end(), [n = 0]() mutable { return char(n++ / 5); });
+    CKvBigFileGenerator generator;
+    ASSERT_TRUE(Add(generator, "a", content));
+    FileSystem::SetSwapDWORDOnWrite(true);
+    EXPECT_TRUE(Save(generator));
+    FileSystem::SetSwapDWORDOnWrite(false);
+    for (std::size_t i = 0; i + 4 <= content.size(); i += 4)
+        std::reverse(content.begin() + long(i), content.begin() + long(i) + 4);
+    EXPECT_TRUE(m_folder.Read("archive").substr(26) == content);
+}
+
 TEST_F(KvBigFileTest, MembersOfRegisteredArchivesStandForFilesOnDisk)
 {
     const TKvString<char> path = m_folder.Write("registered", kLittle).c_str();
@@ -193,6 +207,9 @@ TEST_F(KvBigFileTest, HandlesOutliveTheirArchive)
     ASSERT_EQ(archive.Open(path, EMode::ReadBinary), EError::Success);
     EXPECT_EQ(Read(closedBySystem, 3), "");
     EXPECT_EQ(FileSystem::GetSize(closedBySystem), 0);
+    EXPECT_TRUE(closedBySystem->GetName().IsEmpty());
+    char byte = 0;
+    EXPECT_EQ(FileSystem::AsyncRead(closedBySystem, &byte, 1), EError::ReadFailed);
     EXPECT_EQ(FileSystem::Close(closedBySystem), EError::Success);
     EXPECT_TRUE(archive.FileClose(closedByArchive));
     EXPECT_FALSE(archive.FileClose(closedByArchive));
@@ -236,6 +253,21 @@ TEST_F(KvBigFileTest, TablesThatLieAreRefusedAndHostileMembersAreEmpty)
     std::filesystem::resize_file(m_folder.Path("archive"), std::uintmax_t{1} << 31);
     EXPECT_EQ(tooLarge.Open(m_folder.Path("archive").c_str(), EMode::ReadBinary),
               EError::ArchiveNotOpened);
+    CKvBigFile cut;
+    ASSERT_EQ(Open(cut, kLittle.substr(0, 50)), EError::Success);
+    CKvFileHandle* handle = cut.FileOpen("a.txt");
+    char bytes[3] = {};
+    EXPECT_EQ(FileSystem::AsyncRead(handle, bytes, 3), EError::ReadFailed);
+    FileSystem::SeekFromStart(handle, 0);
+    EXPECT_EQ(Read(handle, 3), std::string("ab\0", 3));
+    CKvFile file(handle);
+    TKvString<char> text;
+    file.SeekFromStart(0);
+    EXPECT_EQ(file.ReadString(text), EError::ReadFailed);
+    unsigned short value = 0;
+    file.SeekFromStart(1);
+    EXPECT_EQ(file.ReadU16(value), EError::ReadFailed);
+    EXPECT_TRUE(cut.FileClose(handle));
 }
 
 TEST_F(KvBigFileTest, AnyCutAndAnyDamageOfTheTableIsBorne)
