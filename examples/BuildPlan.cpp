@@ -87,9 +87,10 @@ bool PrintPlan(const Text& file, const Text& onlyBuild, const Text& tools)
             isComplete = false;
         found = true;
     }
-    if (!found)
-        std::fprintf(stderr, "No %s in file %s\n", onlyBuild.IsEmpty() ? "builds" : "such build",
-                     file.GetText());
+    if (!found && onlyBuild.IsEmpty())
+        std::fprintf(stderr, "No builds in file %s\n", file.GetText());
+    else if (!found)
+        std::fprintf(stderr, "No build %s in file %s\n", onlyBuild.GetText(), file.GetText());
     return found && isComplete;
 }
 

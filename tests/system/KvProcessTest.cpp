@@ -47,6 +47,12 @@ TEST(KvProcessTest, TellsHowAProgramEnded)
     }
     std::signal(SIGPIPE, SIG_DFL);
     close(inherited);
+
+    std::signal(SIGCHLD, SIG_IGN);
+    CKvProcess forgotten("/bin/true");
+    EXPECT_TRUE(forgotten.Start());
+    EXPECT_EQ(forgotten.Wait(), EStatus::Lost);
+    std::signal(SIGCHLD, SIG_DFL);
 }
 
 TEST(KvProcessTest, SplitsACommandIntoWords)
