@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 
 #include "core/KvIdentifier.h"
 #include "core/KvString.h"
@@ -38,6 +39,10 @@ public:
     /// Text, kept as it is; null gives "".
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const char* value);
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const TKvString<char>& value);
+    CKvScriptTreeAttribute(const CKvIdentifier& identifier, TKvString<char>&& value)
+        : m_identifier(identifier), m_type(TYPE_STRING), m_value(std::move(value))
+    {
+    }
 
     /// Wide text, kept as UTF-8.
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const TKvString<wchar_t>& value);

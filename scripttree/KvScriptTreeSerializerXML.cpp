@@ -18,21 +18,9 @@
 #include "scripttree/KvScriptTreeName.h"
 #include "scripttree/KvScriptTreeNode.h"
 #include "scripttree/KvScriptTreeWalk.h"
-#include "scripttree/KvXmlLimits.h"
+#include "scripttree/KvXmlParser.h"
 
 namespace {
-
-/// The parser reads past its buffer when a text ends inside a multi-byte character.
-constexpr std::size_t kParserPadding = 3;
-
-std::unique_ptr<char[]> CopyPadded(const TKvString<char>& text)
-{
-    const auto size = static_cast<std::size_t>(text.GetLength());
-    auto padded = std::make_unique_for_overwrite<char[]>(size + 1 + kParserPadding);
-    std::copy_n(text.GetText(), size, padded.get());
-    std::fill_n(padded.get() + size, 1 + kParserPadding, '\0');
-    return padded;
-}
 
 int CountAttributes(const TiXmlElement& element)
 {
@@ -141,19 +129,8 @@ bool CKvScriptTreeSerializerXML::Parse(CKvScriptTree& tree, const TKvString<char
 {
     CKvOwnedScriptTreeNode root;
     const bool parsed = KvFalseWhenOutOfMemory([&] {
-        std::unique_ptr<char[]> padded = CopyPadded(text);
-        if (!KvMeasureXml(padded.get()).IsWithinLimits())
-            return false;
-        TiXmlDocument document;
-        document.SetTabSize(0);  // nobody asks for rows and columns, which cost a pass of their own
-        document.Parse(padded.get(), nullptr, TIXML_ENCODING_UNKNOWN);
-        TiXmlElement* element = document.FirstChildElement();
-        if (document.Error() || element == nullptr)
-            return false;
-        padded.reset();
-        root.reset(new CKvScriptTreeNode);
-        ParseTiXmlNode(element, root.get());
-        return true;
+        root = KvParseXml(text.GetText());
+        return root != nullptr;
     });
     tree.Empty();  // not earlier: the text may be one of the tree's own
     if (parsed)

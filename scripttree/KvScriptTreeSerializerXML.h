@@ -33,9 +33,8 @@ public:
 
     /// Replaces the tree by the document in \a text, up to its first zero byte.
     ///
-    /// Errors: false and an empty tree for a text that is not well-formed, has no element, nests
-    ///         elements deeper than 4,000, gives one element more than 10,000 attributes, or does
-    ///         not fit into memory.
+    /// Errors: false and an empty tree for a text that is not well-formed, has no element or does
+    ///         not fit into memory. Nesting and counts are not limited.
     [[nodiscard]] virtual bool Parse(CKvScriptTree& tree, const TKvString<char>& text);
 
     /// Writes the document to a file, which is replaced when complete.

@@ -104,17 +104,13 @@ TEST_F(GameFileCreatorTest, WhatDoesNotLoadFailsAsLevelOrRulesAndIsSkippedAsTemp
     m_folder.Write("utf8", "<?xml version=\"1.0\" encoding=\"UTF-8\"?><level>\xE2\x82");
     m_folder.Write("deep", std::string("<level>") + std::string(20000, '<') + "a>");
     std::string nested = "<level>";
-    for (int i = 0; i < 4000; ++i)
+    for (int i = 0; i < 1000000; ++i)
         nested += "<a>";
     m_folder.Write("nested", nested);
-    std::string wide = "<level";
-    for (int i = 0; i <= 10000; ++i)
-        wide += " a" + std::to_string(i) + "='1'";
-    m_folder.Write("wide", wide + "/>");
 
     for (const char* name :
          {"missing", "folder", "empty", "binary", "truncated", "compressed", "zero", "utf8", "deep",
-          "nested", "wide", "folder/missing", "a.level/x"}) {
+          "nested", "folder/missing", "a.level/x"}) {
         SCOPED_TRACE(name);
         ExpectFailure({name, "a.gamerules", "a.game", "", "", "LE"}, kBanner, TraceOf(name));
         ExpectFailure({"a.level", name, "a.game", "", "", "LE"}, kBanner + m_list, TraceOf(name));
