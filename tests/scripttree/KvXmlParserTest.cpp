@@ -53,7 +53,8 @@ bool ExpectAgreement(const std::string& text)
 const std::vector<std::string> kSeeds = {
     "<?xml version='1.0'?>\n<!-- <a> -->\n<!DOCTYPE a>\n<a x='1' y=\"2\" z=3/><b><c/></b>\n",
     "\n<b><c d='>'>text &amp; &#65;&#x42; <e/></c>\t</b><!-- <a>",
-    "\xEF\xBB\xBF<\xC3\xA9 a='\xE2\x82\xAC' \xC3\xA9=\"\xF0\x9F\x98\x80\">\xEF\xBF\xBE </\xC3\xA9>",
+    "\xEF\xBB\xBF\xEF\xBF\xBF<\xC3\xA9 a='\xE2\x82\xAC' \xC3\xA9=\"\xF0\x9F\x98\x80\">\xEF\xBF\xBE "
+    "</\xC3\xA9>",
     "\xEF\xBB\xBF<a>\xF0\x9F\x98\x80<b c=\xC3\xA9>\xC3\xA9</b ><![CDATA[\xF0\x9F\x98\x80]]></a>",
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone='yes'?><a:b-c.d _='' ></a:b-c.d>",
     "<?xml encoding='utf-8'?><_ ><_/>x<\xEF\xBB\xBF_ c='\xC3'/>'></_>&#65;</_>",
