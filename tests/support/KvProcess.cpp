@@ -32,6 +32,8 @@ CKvProcessResult KvRunProcess(const std::string& program, const std::vector<std:
         command += "mkfifo" + pipe + " && exec 3<>" + pipe + " && exec >" + pipe + " 3>&- && ";
         output.clear();
     }
+    if (options.memoryLimitKiB > 0)
+        command.append("ulimit -v ").append(std::to_string(options.memoryLimitKiB)).append(" && ");
     command += "exec env";
     for (const std::string& variable : options.environment)
         command += Quote(variable);

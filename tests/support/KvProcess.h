@@ -21,6 +21,9 @@ struct CKvProcessOptions
     /// Gives up the rights of root, if the test has them.
     bool asOrdinaryUser = false;
 
+    /// Units: KiB of address space that the program may use; 0 for no limit.
+    int memoryLimitKiB = 0;
+
     /// Closes the reading end of standard output before the program starts.
     bool outputReaderIsGone = false;
 };

@@ -39,6 +39,29 @@ protected:
 
 }  // namespace
 
+TEST_F(GameFileCreatorTest, MemoryThatRunsOutFailsTheRunAndKeepsTheOldOutput)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer's own memory exceeds any limit";
+#endif
+    std::string objects;
+    for (int i = 0; i < 150000; ++i)
+        objects += "<entity name='a value that takes a block of its own'/>";
+    WriteLevel("<entity_list>" + objects + "</entity_list>");
+    int failed = 0;
+    int written = 0;
+    for (int limitKiB = 64 * 1024; limitKiB <= 224 * 1024; limitKiB += 40 * 1024) {
+        m_folder.Write("a.game", "old");
+        CKvProcessOptions options;
+        options.memoryLimitKiB = limitKiB;
+        const int status = Run(Arguments(), options).status;
+        EXPECT_TRUE(status == 0 || status == 255) << status;
+        EXPECT_EQ(m_folder.Read("a.game") == "old", status != 0);
+        ++(status == 0 ? written : failed);
+    }
+    EXPECT_TRUE(failed > 0 && written > 0) << failed;
+}
+
 TEST_F(GameFileCreatorTest, AnythingButSixArgumentsGivesTheUsageAndTouchesNothing)
 {
     std::vector<std::string> arguments = Arguments();
@@ -108,9 +131,8 @@ TEST_F(GameFileCreatorTest, WhatDoesNotLoadFailsAsLevelOrRulesAndIsSkippedAsTemp
         nested += "<a>";
     m_folder.Write("nested", nested);
 
-    for (const char* name :
-         {"missing", "folder", "empty", "binary", "truncated", "compressed", "zero", "utf8", "deep",
-          "nested", "folder/missing", "a.level/x"}) {
+    for (const char* name : {"missing", "folder", "empty", "binary", "truncated", "compressed",
+                             "zero", "utf8", "deep", "nested", "folder/missing", "a.level/x"}) {
         SCOPED_TRACE(name);
         ExpectFailure({name, "a.gamerules", "a.game", "", "", "LE"}, kBanner, TraceOf(name));
         ExpectFailure({"a.level", name, "a.game", "", "", "LE"}, kBanner + m_list, TraceOf(name));
