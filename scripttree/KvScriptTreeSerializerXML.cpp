@@ -60,10 +60,15 @@ void FillOwn(const TiXmlNode& xml, CKvScriptTreeNode& node)
         node.AddAttribute(CKvScriptTreeAttribute(CKvIdentifier(a->Name()), a->Value()));
 }
 
+std::size_t GetIndentation(int depth)
+{
+    return static_cast<std::size_t>(depth) * 4;
+}
+
 /// Appends one tag line without its end: indentation, opening and name.
 void AppendTagStart(std::string& out, int depth, const char* opening, const CKvScriptTreeNode& node)
 {
-    out.append(static_cast<std::size_t>(depth) * 4, ' ');
+    out.append(GetIndentation(depth), ' ');
     out += opening;
     out += KvGetNameText(node.GetIdentifier()).GetText();
 }
@@ -87,16 +92,17 @@ bool DumpSubtree(const CKvScriptTreeNode& root, int depth, std::size_t maxSize, 
 {
     for (TKvScriptTreeWalk walk(&root); walk.Next();) {
         const CKvScriptTreeNode& node = *walk.GetNode();
+        // Of deep trees the indentation is nearly all.
+        if (out.size() + GetIndentation(depth + walk.GetDepth()) > maxSize)
+            return false;
         if (!walk.IsLeaving()) {
             AppendOpeningLine(out, depth + walk.GetDepth(), node);
         } else if (node.GetChildCount() > 0) {
             AppendTagStart(out, depth + walk.GetDepth(), "</", node);
             out += ">\n";
         }
-        if (out.size() > maxSize)
-            return false;
     }
-    return true;
+    return out.size() <= maxSize;
 }
 
 }  // namespace
