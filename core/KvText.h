@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstring>
 #include <cwchar>
+#include <string>
 
 /// ASCII upper case becomes lower case; every other unit stays.
 template <typename T>
@@ -31,10 +32,10 @@ template <typename T>
 template <typename T>
 [[nodiscard]] constexpr std::size_t kvStrnlen(const T* text, std::size_t limit)
 {
-    std::size_t length = 0;
-    while (text != nullptr && length < limit && text[length] != T())
-        ++length;
-    return length;
+    if (text == nullptr)
+        return 0;
+    const T* end = std::char_traits<T>::find(text, limit, T());
+    return end != nullptr ? static_cast<std::size_t>(end - text) : limit;
 }
 
 /// -1, 0 or 1; the shorter of two texts that start alike sorts first.
