@@ -72,9 +72,25 @@ template <typename T>
 [[nodiscard]] bool kvStrncpy(char* dst, unsigned dstSize, const char* src, unsigned count);
 [[nodiscard]] bool kvStrncpy(wchar_t* dst, unsigned dstSize, const wchar_t* src, unsigned count);
 
-/// True for an optional '-' and at least one digit, nothing else. False for null.
-[[nodiscard]] bool kvIsInt(const char* text);
+/// What a text is as a number.
+enum class EKvNumberForm
+{
+    None,
+    Int,
+    Float
+};
 
-/// True for an optional '-', then digits and exactly one '.', nothing else: "1.5", "5." and "." are
-/// floats, "12" and "1e5" are not. False for null.
-[[nodiscard]] bool kvIsFloat(const char* text);
+/// Int for an optional '-' and at least one digit, nothing else. Float for an optional '-', then
+/// digits and exactly one '.', nothing else: "1.5", "5." and "." are floats, "12" and "1e5" are
+/// not. None for null.
+[[nodiscard]] EKvNumberForm kvGetNumberForm(const char* text);
+
+[[nodiscard]] inline bool kvIsInt(const char* text)
+{
+    return kvGetNumberForm(text) == EKvNumberForm::Int;
+}
+
+[[nodiscard]] inline bool kvIsFloat(const char* text)
+{
+    return kvGetNumberForm(text) == EKvNumberForm::Float;
+}

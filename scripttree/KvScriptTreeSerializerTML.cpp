@@ -3,21 +3,15 @@
 #include <climits>
 #include <cstdint>
 #include <memory>
-#include <unordered_set>
 #include <vector>
 
-#include "core/KvNumberText.h"
 #include "core/KvOutOfMemory.h"
-#include "core/KvSaltedHash.h"
-#include "core/KvText.h"
-#include "file/KvFieldWriter.h"
 #include "file/KvFile.h"
 #include "file/KvWholeFileWriter.h"
 #include "scripttree/KvScriptTree.h"
 #include "scripttree/KvScriptTreeLoad.h"
-#include "scripttree/KvScriptTreeName.h"
 #include "scripttree/KvScriptTreeNode.h"
-#include "scripttree/KvScriptTreeWalk.h"
+#include "scripttree/KvTmlWriter.h"
 #include "serial/KvMemFileReader.h"
 
 namespace {
@@ -28,43 +22,6 @@ using EType = CKvScriptTreeAttribute::EType;
 constexpr int kMinNodeSize = 16;
 constexpr int kMinAttributeSize = 12;
 constexpr int kMinNameSize = 1;
-
-/// The distinct names of a document in the order of their first use.
-class CNamesSeen
-{
-public:
-    explicit CNamesSeen(CKvArray<CKvIdentifier>& names) : m_names(names)
-    {
-        for (const CKvIdentifier& name : names)
-            m_seen.insert(name.GetCrc64());
-    }
-
-    void Add(const CKvIdentifier& name)
-    {
-        if (m_seen.insert(name.GetCrc64()).second)
-            m_names.Add(name);
-    }
-
-private:
-    CKvArray<CKvIdentifier>& m_names;
-    std::unordered_set<std::uint64_t, CKvSaltedHash> m_seen;
-};
-
-void WriteAttribute(CKvFieldWriter& writer, const CKvScriptTreeAttribute& attribute)
-{
-    const char* text = attribute.GetValue().GetText();
-    writer.WriteU64(attribute.GetIdentifier().GetCrc64());
-    if (kvIsFloat(text)) {
-        writer.WriteU32(EType::TYPE_FLOAT);
-        writer.WriteF32(kvStringToFloat(text));
-    } else if (kvIsInt(text)) {
-        writer.WriteU32(EType::TYPE_INT);
-        writer.WriteS32(kvStringToS32(text));
-    } else {
-        writer.WriteU32(EType::TYPE_STRING);
-        writer.WriteText(attribute.GetValue());
-    }
-}
 
 bool ReadAttribute(CKvMemFileReader& reader, CKvScriptTreeNode& node)
 {
@@ -93,19 +50,6 @@ bool ReadAttribute(CKvMemFileReader& reader, CKvScriptTreeNode& node)
         return false;
     }
     return !reader.HasFailed();
-}
-
-/// Writes a node's own fields: all but its children.
-void WriteNode(CKvFieldWriter& writer, const CKvScriptTreeNode& node, CNamesSeen& names)
-{
-    writer.WriteU64(node.GetIdentifier().GetCrc64());
-    writer.WriteU32(static_cast<std::uint32_t>(node.GetAttributeCount()));
-    writer.WriteU32(static_cast<std::uint32_t>(node.GetChildCount()));
-    names.Add(node.GetIdentifier());
-    for (int i = 0; i < node.GetAttributeCount(); ++i) {
-        WriteAttribute(writer, node.GetAttribute(i));
-        names.Add(node.GetAttribute(i).GetIdentifier());
-    }
 }
 
 /// Reads a node's own fields and how many children follow. \a promised counts the children that the
@@ -205,13 +149,10 @@ bool CKvScriptTreeSerializerTML::Save(CKvScriptTree& tree, const TKvString<char>
         if (file.Open(path, EKvFileSystemOpenMode::WriteBinary) != EKvFileSystemError::Success)
             return false;
         if (tree.GetRootNode() != nullptr) {
-            CKvArray<CKvIdentifier> names;
-            if (!RecursiveSave(file.GetHandle(), tree.GetRootNode(), names, bigEndian))
+            CKvTmlWriter writer(file.GetHandle(), bigEndian);
+            writer.WriteTree(*tree.GetRootNode());
+            if (!writer.Finish())
                 return false;
-            CKvFieldWriter writer(file.GetHandle(), bigEndian);
-            writer.WriteU32(static_cast<std::uint32_t>(names.GetCount()));
-            for (const CKvIdentifier& name : names)
-                writer.WriteText(KvGetNameText(name));
         }
         return file.Commit() == EKvFileSystemError::Success;
     });
@@ -225,12 +166,9 @@ bool CKvScriptTreeSerializerTML::Dump(CKvScriptTree&, TKvString<char>&)
 bool CKvScriptTreeSerializerTML::RecursiveSave(CKvFileHandle* handle, CKvScriptTreeNode* node,
                                                CKvArray<CKvIdentifier>& names, bool bigEndian)
 {
-    CKvFieldWriter writer(handle, bigEndian);
-    CNamesSeen namesSeen(names);
-    for (TKvScriptTreeWalk walk(node); walk.Next();) {
-        if (!walk.IsLeaving())
-            WriteNode(writer, *walk.GetNode(), namesSeen);
-    }
+    CKvTmlWriter writer(handle, bigEndian, names);
+    writer.WriteTree(*node);
+    names = writer.GetNames();
     return true;
 }
 

@@ -1,0 +1,35 @@
+#include "scripttree/KvTmlWriter.h"
+
+#include <gtest/gtest.h>
+
+#include "file/KvFile.h"
+#include "scripttree/KvScriptTreeSerializerTML.h"
+#include "tests/scripttree/KvTreeText.h"
+#include "tests/support/KvTemporaryFolder.h"
+
+TEST(KvTmlWriterTest, PiecesMakeTheDocumentThatSavingTheTreeMakes)
+{
+    const CKvTemporaryFolder folder;
+    CParsedTree tree(
+        "<piece x='1.5'><a y='text5'><b/></a><a y='text5'><b/></a><d z='-7'/></piece>");
+    const CKvScriptTreeNode& root = *tree.GetRootNode();
+    // The file layer's flag works on each field, so it shows whether pieces keep them apart.
+    for (const bool swap : {false, true}) {
+        CKvFileSystemUnCached::SetSwapDWORDOnWrite(swap);
+        CKvFile file;
+        EXPECT_EQ(
+            file.Open(folder.Path("pieces").c_str(), EKvFileSystemOpenMode::WriteBinary, false),
+            EKvFileSystemError::Success);
+        CKvTmlWriter writer(file.GetHandle(), swap);
+        const CKvTmlFragment fragment = writer.Encode(*root.GetChild(0));
+        writer.WriteNode(root, 3);
+        writer.WriteFragment(fragment);
+        writer.WriteFragment(fragment);
+        writer.WriteTree(*root.GetChild(2));
+        EXPECT_TRUE(writer.Finish());
+        EXPECT_EQ(file.Close(), EKvFileSystemError::Success);
+        EXPECT_TRUE(CKvScriptTreeSerializerTML().Save(tree, folder.Path("saved").c_str(), swap));
+        CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
+        EXPECT_EQ(folder.Read("pieces"), folder.Read("saved"));
+    }
+}
