@@ -67,6 +67,7 @@ CObjectOverride ReadOverride(const CKvScriptTreeNode& node)
     const KVID& id = KVID::GetSingleton();
     CObjectOverride result;
     result.objectName = node.GetAttributeValueAsString(id.name);
+    result.parameters.SetGrowthStep(node.GetChildrenCountById(id.parameter));
     for (int i = 0; i < node.GetChildCount(); ++i) {
         if (node.GetChild(i)->GetIdentifier() == id.parameter)
             result.parameters.Add(ReadTemplateParameter(*node.GetChild(i)));
@@ -115,6 +116,7 @@ void PrintConflict(const CFSMInstance& instance, const TKvString<char>& pattern,
 bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern,
                  const std::vector<const CMovable*>& candidates, CTextSet& excluded)
 {
+    instance.objectNames.SetGrowthStep(static_cast<int>(candidates.size()));
     for (const CMovable* movable : candidates) {
         if (excluded.OccursIn(movable->name.GetText()))
             continue;
@@ -134,8 +136,12 @@ std::unique_ptr<CFSMInstance> BuildFSMInstance(const CKvScriptTreeNode& rule,
                                                const CPatternMatches& matches,
                                                CTemplateList& templates)
 {
+    const KVID& id = KVID::GetSingleton();
     auto instance = std::make_unique<CFSMInstance>();
-    instance->fsmName = rule.GetAttributeValueAsString(KVID::GetSingleton().fsm_name);
+    instance->fsmName = rule.GetAttributeValueAsString(id.fsm_name);
+    instance->parameters.SetGrowthStep(rule.GetChildrenCountById(id.parameter));
+    instance->subObjects.SetGrowthStep(rule.GetChildrenCountById(id.sub_object));
+    instance->overrides.SetGrowthStep(rule.GetChildrenCountById(id.entity));
 
     CTextSet excluded;
     for (int i = 0; i < rule.GetChildCount(); ++i) {

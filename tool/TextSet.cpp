@@ -27,14 +27,6 @@ int CTextSet::Find(std::string_view text) const
     return m_nodes[static_cast<std::size_t>(place)].text;
 }
 
-int CTextSet::FindChild(int node, unsigned char byte) const
-{
-    int child = m_nodes[static_cast<std::size_t>(node)].firstChild;
-    while (child >= 0 && m_nodes[static_cast<std::size_t>(child)].byte != byte)
-        child = m_nodes[static_cast<std::size_t>(child)].nextSibling;
-    return child;
-}
-
 int CTextSet::AddChild(int node, unsigned char byte)
 {
     const int child = static_cast<int>(m_nodes.size());
@@ -43,19 +35,23 @@ int CTextSet::AddChild(int node, unsigned char byte)
     CNode& parent = m_nodes[static_cast<std::size_t>(node)];
     m_nodes.back().nextSibling = parent.firstChild;
     parent.firstChild = child;
+    ++parent.childCount;
+    if (parent.table >= 0)
+        m_tables[static_cast<std::size_t>(parent.table)][byte] = child;
+    else if (parent.childCount > kMostListed)
+        MakeTable(parent);
     return child;
 }
 
-/// The place after one more byte: the longest suffix of what has been read that is in the trie.
-int CTextSet::Advance(int node, unsigned char byte) const
+void CTextSet::MakeTable(CNode& parent)
 {
-    for (;;) {
-        const int child = FindChild(node, byte);
-        if (child >= 0)
-            return child;
-        if (node == kRoot)
-            return kRoot;
-        node = m_nodes[static_cast<std::size_t>(node)].suffix;
+    parent.table = static_cast<int>(m_tables.size());
+    CTable& table = m_tables.emplace_back();
+    table.fill(-1);
+    for (int child = parent.firstChild; child >= 0;) {
+        const CNode& node = m_nodes[static_cast<std::size_t>(child)];
+        table[node.byte] = child;
+        child = node.nextSibling;
     }
 }
 
