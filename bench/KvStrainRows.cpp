@@ -40,6 +40,23 @@ void AddExponent(std::string_view row, const char* unit, double scale, std::uint
                                beyond[0] * scale, size, beyond[1] * scale, unit)});
 }
 
+/// Counts the instructions of four processes: a quarter of the strain with and without, then all.
+bool AddCounted(std::string_view row, std::uint32_t size, const std::vector<CKvProcess>& processes,
+                const std::string& folder, CKvFindings& findings)
+{
+    std::optional<std::vector<double>> counts;
+    if (!KvCountInstructions(processes, folder, counts))
+        return false;
+    if (!counts) {
+        findings.push_back({row, std::nullopt, "valgrind is not installed"});
+        return true;
+    }
+    const std::vector<double>& count = *counts;
+    AddExponent(row, "million instructions (callgrind)", 1e-6, size,
+                {{count[0], count[2]}, {count[1], count[3]}}, findings);
+    return true;
+}
+
 bool CountStrain(const CKvBenchRun& run, const CKvStrain& strain, const std::string& folder,
                  CKvFindings& findings)
 {
@@ -53,37 +70,19 @@ bool CountStrain(const CKvBenchRun& run, const CKvStrain& strain, const std::str
             processes.push_back(run.Tool(inputs));
         }
     }
-    std::optional<std::vector<double>> counts;
-    if (!KvCountInstructions(processes, folder, counts))
-        return false;
-    if (!counts) {
-        findings.push_back({strain.row, std::nullopt, "valgrind is not installed"});
-        return true;
-    }
-    const std::vector<double>& count = *counts;
-    AddExponent(strain.row, "million instructions (callgrind)", 1e-6, strain.size,
-                {{count[0], count[2]}, {count[1], count[3]}}, findings);
-    return true;
+    return AddCounted(strain.row, strain.size, processes, folder, findings);
 }
 
-bool MeasureNames(const CKvBenchRun& run, const std::string& folder, CKvFindings& findings)
+bool CountNames(const CKvBenchRun& run, const std::string& folder, CKvFindings& findings)
 {
-    std::vector<CKvMeasuredProcess> measured;
+    std::vector<CKvProcess> processes;
     for (const std::uint32_t nodes : {kNames / kPart, kNames}) {
-        for (const std::uint32_t names : {nodes, 1U}) {
-            const std::string count = std::to_string(nodes);
-            CKvProcess process = run.Child(
-                "save-names", {count, std::to_string(names), folder + "/names.tml", "LE"});
-            process.output = folder + "/seconds";
-            measured.push_back({process, true});
-        }
+        for (const std::uint32_t names : {nodes, 1U})
+            processes.push_back(run.Child(
+                "save-names",
+                {std::to_string(nodes), std::to_string(names), folder + "/names.tml", "LE"}));
     }
-    if (!KvMeasureProcesses(measured, run.rounds))
-        return false;
-    const auto seconds = [&measured](std::size_t i) { return measured[i].cost.CpuSeconds(); };
-    AddExponent("11d", "ms of CPU", 1e3, kNames,
-                {{seconds(0), seconds(2)}, {seconds(1), seconds(3)}}, findings);
-    return true;
+    return AddCounted("11d", kNames, processes, folder, findings);
 }
 
 bool MeasureSiblings(const CKvBenchRun& run, const std::string& folder, CKvFindings& findings)
@@ -112,7 +111,7 @@ bool KvMeasureStrains(const CKvBenchRun& run, CKvFindings& findings)
         if (!CountStrain(run, strain, folder.Path(), findings))
             return false;
     }
-    return MeasureNames(run, folder.Path(), findings) &&
+    return CountNames(run, folder.Path(), findings) &&
            MeasureSiblings(run, folder.Path(), findings);
 }
 

@@ -50,6 +50,9 @@ public:
         Append(collected.m_buffer.get(), collected.m_used);
     }
 
+    /// Forgets what was collected and not handed over.
+    void Discard() { m_used = 0; }
+
     /// Hands over to the file what was collected. True when this and all writes before it went
     /// well.
     bool Flush();

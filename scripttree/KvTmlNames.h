@@ -2,45 +2,51 @@
 
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <unordered_set>
-#include <utility>
+#include <vector>
 
 #include "core/KvArray.h"
 #include "core/KvIdentifier.h"
-#include "core/KvSaltedHash.h"
 
 class CKvTmlNames
 {
 public:
     /// Starts with names that have been used already.
-    explicit CKvTmlNames(const CKvArray<CKvIdentifier>& used = {})
-    {
-        m_lately[0] = 1;  // at first no place holds a value of its own
-        for (const CKvIdentifier& name : used)
-            Add(name);
-    }
+    explicit CKvTmlNames(const CKvArray<CKvIdentifier>& used = {});
 
     void Add(const CKvIdentifier& name)
     {
-        const std::uint64_t crc = name.GetCrc64();
-        std::uint64_t& lately = m_lately[crc % m_lately.size()];
-        if (lately == crc)
-            return;
-        lately = crc;
-        if (m_seen.insert(crc).second)
-            m_names.Add(name);
+        std::uint32_t& slot = FindSlot(name);
+        if (slot == kEmpty)
+            Append(name, slot);
     }
 
     const CKvArray<CKvIdentifier>& Get() const { return m_names; }
 
 private:
-    CKvArray<CKvIdentifier> m_names;
-    std::unordered_set<std::uint64_t, CKvSaltedHash> m_seen;
+    static constexpr std::uint32_t kEmpty = 0;
 
-    /// Names seen lately, each in the place of its value's low bits: nearly every name is one of
-    /// few, and finding it here saves a look-up in the set.
-    std::array<std::uint64_t, 256> m_lately = {};
+    /// The slot that holds the name's number, or the empty one where it belongs.
+    std::uint32_t& FindSlot(const CKvIdentifier& name)
+    {
+        std::size_t place = KvSaltedHash(name);
+        while (IsTakenByOther(m_slots[place % m_slots.size()], name))
+            ++place;
+        return m_slots[place % m_slots.size()];
+    }
+
+    bool IsTakenByOther(std::uint32_t slot, const CKvIdentifier& name) const
+    {
+        return slot != kEmpty && m_names[static_cast<int>(slot) - 1] != name;
+    }
+
+    void Append(const CKvIdentifier& name, std::uint32_t& slot);
+    void Grow();
+
+    CKvArray<CKvIdentifier> m_names;
+
+    /// Where each name stands in the list, counted from 1: a table of open addressing, never more
+    /// than half full. Numbers take a quarter of the memory of names, and with it of the cache.
+    std::vector<std::uint32_t> m_slots;
 };

@@ -58,12 +58,6 @@ void WriteAll(CKvFieldWriter& fields, CKvTmlNames& names, const CKvScriptTreeNod
 
 }  // namespace
 
-CKvTmlFragment::CKvTmlFragment(const CKvScriptTreeNode& root, bool bigEndian)
-    : m_fields(CKvFieldWriter::ToMemory(bigEndian))
-{
-    WriteAll(m_fields, m_names, root);
-}
-
 void CKvTmlWriter::WriteNode(const CKvScriptTreeNode& node, int childCount)
 {
     WriteOwn(m_fields, m_names, node, childCount);
@@ -74,11 +68,11 @@ void CKvTmlWriter::WriteTree(const CKvScriptTreeNode& root)
     WriteAll(m_fields, m_names, root);
 }
 
-void CKvTmlWriter::WriteFragment(const CKvTmlFragment& fragment)
+void CKvTmlWriter::WriteTree(const CKvScriptTreeNode& root, CKvTmlFragment& kept)
 {
-    m_fields.WriteCollected(fragment.m_fields);
-    for (const CKvIdentifier& name : fragment.m_names.Get())
-        m_names.Add(name);
+    kept.m_fields.Discard();
+    WriteAll(kept.m_fields, m_names, root);
+    m_fields.WriteCollected(kept.m_fields);
 }
 
 bool CKvTmlWriter::Finish()

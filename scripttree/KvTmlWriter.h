@@ -1,5 +1,5 @@
 // Writes a document of the binary form piece by piece, so that a large one never has to stand in
-// memory as a whole: single nodes, whole subtrees, and subtrees that were encoded before.
+// memory as a whole: single nodes, whole subtrees, and subtrees once more.
 
 #pragma once
 
@@ -8,20 +8,14 @@
 
 class CKvScriptTreeNode;
 
-/// A subtree that is encoded once and written any number of times. CKvTmlWriter makes it.
+/// The bytes of a subtree, to be written again.
 class CKvTmlFragment
 {
-public:
-    CKvTmlFragment(const CKvTmlFragment&) = delete;
-    CKvTmlFragment& operator=(const CKvTmlFragment&) = delete;
-
-private:
     friend class CKvTmlWriter;
 
-    CKvTmlFragment(const CKvScriptTreeNode& root, bool bigEndian);
+    explicit CKvTmlFragment(bool bigEndian) : m_fields(CKvFieldWriter::ToMemory(bigEndian)) {}
 
     CKvFieldWriter m_fields;
-    CKvTmlNames m_names;
 };
 
 /// One document: exactly one tree, then Finish(). Trees are depth first, parents before children,
@@ -47,16 +41,14 @@ public:
     /// Writes a node with all below it.
     void WriteTree(const CKvScriptTreeNode& root);
 
-    /// Encodes a node with all below it and writes nothing.
-    [[nodiscard]] CKvTmlFragment Encode(const CKvScriptTreeNode& root) const
-    {
-        return CKvTmlFragment(root, m_bigEndian);
-    }
+    /// An empty one for this document.
+    CKvTmlFragment MakeFragment() const { return CKvTmlFragment(m_bigEndian); }
 
-    /// Writes a subtree that a writer of the same byte order has encoded.
-    ///
-    /// Cost: a copy of its bytes and a look-up for each distinct name.
-    void WriteFragment(const CKvTmlFragment& fragment);
+    /// Writes a node with all below it and keeps its bytes in \a kept.
+    void WriteTree(const CKvScriptTreeNode& root, CKvTmlFragment& kept);
+
+    /// Writes a subtree again whose bytes this writer has kept, for the price of a copy.
+    void WriteAgain(const CKvTmlFragment& kept) { m_fields.WriteCollected(kept.m_fields); }
 
     /// The names used so far, in the order of their first use.
     const CKvArray<CKvIdentifier>& GetNames() const { return m_names.Get(); }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "core/KvId.h"
@@ -121,21 +122,24 @@ void WriteGlobalList(CKvTmlWriter& writer, const CInstances& instances)
 }
 
 /// Writes one block for each pair of an instance and an object. All objects of an instance that
-/// have no override share one state-machine block, which is encoded once.
+/// have no override share one state-machine block, which is made once.
 void WriteObjects(CKvTmlWriter& writer, const CInstances& instances, EMovableType type)
 {
+    CKvTmlFragment shared = writer.MakeFragment();
     CKvScriptTreeNode object(CKvIdentifier(GetMovableTypeText(type)));
     object.AddAttribute(CKvScriptTreeAttribute(KVID::GetSingleton().name, ""));
     for (const CFSMInstance* instance : instances) {
         const COverrideIndex overrides(*instance);
-        const CKvTmlFragment shared = writer.Encode(*MakeFsm(*instance));
+        bool isMade = false;
         for (const TKvString<char>& objectName : instance->objectNames) {
             object.GetAttribute(0).SetValue(objectName);
             writer.WriteNode(object, 1);
             if (const CObjectOverride* own = overrides.Find(objectName))
                 writer.WriteTree(*MakeFsm(*instance, own));
+            else if (std::exchange(isMade, true))
+                writer.WriteAgain(shared);
             else
-                writer.WriteFragment(shared);
+                writer.WriteTree(*MakeFsm(*instance), shared);
         }
     }
 }

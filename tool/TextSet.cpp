@@ -2,7 +2,7 @@
 
 CTextSet::CTextSet() : m_nodes(1) {}
 
-void CTextSet::Add(std::string_view text)
+int CTextSet::Add(std::string_view text)
 {
     int place = kRoot;
     for (const char c : text) {
@@ -14,17 +14,7 @@ void CTextSet::Add(std::string_view text)
     if (end.text < 0)
         end.text = m_textCount++;
     m_linked = false;
-}
-
-int CTextSet::Find(std::string_view text) const
-{
-    int place = kRoot;
-    for (const char c : text) {
-        place = FindChild(place, static_cast<unsigned char>(c));
-        if (place < 0)
-            return -1;
-    }
-    return m_nodes[static_cast<std::size_t>(place)].text;
+    return end.text;
 }
 
 int CTextSet::AddChild(int node, unsigned char byte)

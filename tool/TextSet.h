@@ -15,11 +15,9 @@ class CTextSet
 public:
     CTextSet();
 
-    /// Adds a text. Texts are added before the first search; equal texts count once.
-    void Add(std::string_view text);
-
-    /// A number for an added text, from 0 to GetSize() - 1; -1 for a text that was not added.
-    int Find(std::string_view text) const;
+    /// Adds a text and gives its number, from 0 to GetSize() - 1. Texts are added before the first
+    /// search; equal texts count once.
+    int Add(std::string_view text);
 
     int GetSize() const { return m_textCount; }
 

@@ -11,7 +11,7 @@ TEST(KvTmlWriterTest, PiecesMakeTheDocumentThatSavingTheTreeMakes)
 {
     const CKvTemporaryFolder folder;
     CParsedTree tree(
-        "<piece x='1.5'><a y='text5'><b/></a><a y='text5'><b/></a><d z='-7'/></piece>");
+        "<piece x='1.5'><a y='text5'><b/></a><a y='text5'><b/></a><d z='-7'/><e/></piece>");
     const CKvScriptTreeNode& root = *tree.GetRootNode();
     // The file layer's flag works on each field, so it shows whether pieces keep them apart.
     for (const bool swap : {false, true}) {
@@ -21,11 +21,12 @@ TEST(KvTmlWriterTest, PiecesMakeTheDocumentThatSavingTheTreeMakes)
             file.Open(folder.Path("pieces").c_str(), EKvFileSystemOpenMode::WriteBinary, false),
             EKvFileSystemError::Success);
         CKvTmlWriter writer(file.GetHandle(), swap);
-        const CKvTmlFragment fragment = writer.Encode(*root.GetChild(0));
-        writer.WriteNode(root, 3);
-        writer.WriteFragment(fragment);
-        writer.WriteFragment(fragment);
+        CKvTmlFragment fragment = writer.MakeFragment();
+        writer.WriteNode(root, 4);
+        writer.WriteTree(*root.GetChild(0), fragment);
+        writer.WriteAgain(fragment);
         writer.WriteTree(*root.GetChild(2));
+        writer.WriteTree(*root.GetChild(3), fragment);
         EXPECT_TRUE(writer.Finish());
         EXPECT_EQ(file.Close(), EKvFileSystemError::Success);
         EXPECT_TRUE(CKvScriptTreeSerializerTML().Save(tree, folder.Path("saved").c_str(), swap));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <random>
 #include <set>
 #include <string>
@@ -20,17 +21,18 @@ TEST(TextSetTest, FindsWhatSearchingForEachTextFinds)
     // Few bytes make long suffixes, many make nodes with more children than are listed.
     for (const unsigned bytes : {2U, 9U, 255U}) {
         CTextSet set;
-        std::set<std::string> texts;
-        for (int i = 0; i < 600; ++i)
-            texts.insert(makeText(4, bytes));
-        for (const std::string& text : texts)
-            set.Add(text);
+        std::map<std::string, int> texts;
+        for (int i = 0; i < 600; ++i) {
+            const std::string text = makeText(4, bytes);
+            const int number = set.Add(text);
+            ASSERT_EQ(texts.try_emplace(text, number).first->second, number);
+        }
         for (int i = 0; i < 300; ++i) {
             const std::string name = makeText(40, bytes);
             std::set<int> expected;
-            for (const std::string& text : texts) {
+            for (const auto& [text, number] : texts) {
                 if (!name.empty() && name.find(text) != std::string::npos)
-                    expected.insert(set.Find(text));
+                    expected.insert(number);
             }
             std::multiset<int> found;
             set.Search(name, [&](int text) { return found.insert(text), true; });
