@@ -215,7 +215,7 @@ double MeasureExtraMemory(const std::string& folder)
 {
     const auto touchedBytes = [&](std::string_view option) {
         CKvProcessCost cost;
-        if (!KvMeasureProcess({KvOwnProgramPath(), std::string(option), folder}, cost))
+        if (!KvMeasureProcess({{KvOwnProgramPath(), std::string(option), folder}}, cost))
             Fail("measure a child");
         return cost.touchedBytes;
     };

@@ -1,5 +1,6 @@
-// KvBenchTool: compares the tool with the yardstick on generated inputs and prints the figures.
+// KvBenchTool: measures the tool and the library against their goals and prints the table.
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <span>
@@ -7,25 +8,46 @@
 #include <string_view>
 #include <vector>
 
-#include "bench/KvBenchReport.h"
+#include "bench/KvBenchChild.h"
 #include "bench/KvBenchRounds.h"
-#include "bench/KvProcessMeter.h"
-#include "bench/KvSpeedBench.h"
-#include "bench/KvTemporaryFolder.h"
-#include "bench/KvWorkload.h"
-#include "bench/KvYardstick.h"
+#include "bench/KvBenchRun.h"
+#include "bench/KvDepthRows.h"
+#include "bench/KvGoals.h"
+#include "bench/KvInstructionRows.h"
+#include "bench/KvLibraryRows.h"
+#include "bench/KvOutputHashes.h"
+#include "bench/KvOutputRows.h"
+#include "bench/KvSpeedRows.h"
+#include "bench/KvStrainRows.h"
 
 namespace {
 
-/// Hidden: with it the program is the yardstick's child process, the inputs' paths follow.
-constexpr std::string_view kYardstickOption = "--yardstick";
+/// Rows that are measured together.
+struct CRowGroup
+{
+    std::string_view name;
+    const char* rows;
+    bool isQuick;
+    bool (*measure)(const CKvBenchRun& run, CKvFindings& findings);
+};
+
+constexpr CRowGroup kGroups[] = {
+    {"speed", "1, 3, 4, 5", true, KvMeasureSpeed},
+    {"instructions", "2, 10", true, KvMeasureInstructions},
+    {"output", "6, 7", true, KvMeasureOutput},
+    {"library", "8, 9", true, KvMeasureLibrary},
+    {"strains", "11", false, KvMeasureStrains},
+    {"depth", "12", false, KvMeasureDepth},
+};
 
 struct COptions
 {
-    std::string tool;
-    int rounds = 5;
-    bool quick = false;
+    CKvBenchRun run;
+    std::vector<std::string_view> groups;
+    bool hashes = false;
 };
+
+constexpr int kQuickRounds = 3;
 
 /// The tool as the build leaves it: in the folder above this program's.
 std::string DefaultTool(const std::string& ownPath)
@@ -34,41 +56,73 @@ std::string DefaultTool(const std::string& ownPath)
     return (folder.parent_path() / "KvGameFileCreator").string();
 }
 
+int PrintUsage()
+{
+    std::fprintf(stderr,
+                 "Usage: KvBenchTool [--quick] [--rounds N] [--only GROUP]... [--hashes] "
+                 "[PATH OF KvGameFileCreator]\n");
+    for (const CRowGroup& group : kGroups)
+        std::fprintf(stderr, "  --only %-12s  rows %s\n", group.name.data(), group.rows);
+    return 2;
+}
+
+bool ReadGroup(std::string_view word, COptions& options)
+{
+    options.groups.push_back(word);
+    return std::any_of(std::begin(kGroups), std::end(kGroups),
+                       [word](const CRowGroup& group) { return group.name == word; });
+}
+
 bool ReadOptions(std::span<char* const> words, COptions& options)
 {
+    int rounds = 0;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string_view word = words[i];
+        const bool hasValue = i + 1 < words.size();
         if (word == "--quick") {
-            options.quick = true;
+            options.run.quick = true;
+        } else if (word == "--hashes") {
+            options.hashes = true;
         } else if (word == "--rounds") {
-            if (++i == words.size() || !KvReadRounds(words[i], options.rounds))
+            if (!hasValue || !KvReadRounds(words[++i], rounds))
+                return false;
+        } else if (word == "--only") {
+            if (!hasValue || !ReadGroup(words[++i], options))
                 return false;
         } else if (!word.starts_with("--")) {
-            options.tool = word;
+            options.run.tool = word;
         } else {
             return false;
         }
     }
+    if (options.run.quick)
+        options.run.rounds = kQuickRounds;
+    if (rounds > 0)
+        options.run.rounds = rounds;
     return true;
 }
 
-int RunBench(const COptions& options, const std::string& ownPath)
+bool IsWanted(const CRowGroup& group, const COptions& options)
 {
-    const CKvTemporaryFolder folder;
-    if (folder.Path().empty()) {
-        std::fprintf(stderr, "bench: cannot make a temporary folder\n");
-        return 1;
-    }
-    std::vector<CKvWorkload> workloads = KvSpeedWorkloads(options.quick);
-    const CKvBenchPrograms programs = {options.tool, {ownPath, std::string(kYardstickOption)}};
-    if (!KvPrepareWorkloads(workloads, folder.Path()) ||
-        !KvMeasureWorkloads(workloads, programs, options.rounds))
-        return 1;
+    if (options.run.quick && !group.isQuick)
+        return false;
+    return options.groups.empty() || std::find(options.groups.begin(), options.groups.end(),
+                                               group.name) != options.groups.end();
+}
 
-    std::printf("tool: %s\nmedians of %d rounds\n\n", options.tool.c_str(), options.rounds);
-    KvPrintWorkloads(workloads);
-    std::printf("\n");
-    KvPrintFigures(KvSpeedFigures(workloads));
+int RunBench(const COptions& options)
+{
+    CKvFindings findings;
+    for (const CRowGroup& group : kGroups) {
+        if (!IsWanted(group, options))
+            continue;
+        std::fprintf(stderr, "bench: %s (rows %s)\n", group.name.data(), group.rows);
+        if (!group.measure(options.run, findings))
+            return 1;
+    }
+    std::printf("tool: %s\nyardstick: TinyXML parses the same documents; medians of %d rounds\n\n",
+                options.run.tool.c_str(), options.run.rounds);
+    KvPrintGoals(findings);
     return 0;
 }
 
@@ -77,16 +131,15 @@ int RunBench(const COptions& options, const std::string& ownPath)
 int main(int argc, char** argv)
 {
     const std::span<char* const> words(argv + 1, static_cast<std::size_t>(argc) - 1);
-    if (!words.empty() && words.front() == kYardstickOption)
-        return KvRunYardstick(words.subspan(1)) ? 0 : 1;
+    if (!words.empty() && words.front() == kKvChildOption)
+        return KvRunBenchChild(words.subspan(1));
 
-    const std::string ownPath = KvOwnProgramPath();
     COptions options;
-    options.tool = DefaultTool(ownPath);
-    if (!ReadOptions(words, options)) {
-        std::fprintf(stderr,
-                     "Usage: KvBenchTool [--quick] [--rounds N] [PATH OF KvGameFileCreator]\n");
-        return 2;
-    }
-    return RunBench(options, ownPath);
+    options.run.ownProgram = KvOwnProgramPath();
+    options.run.tool = DefaultTool(options.run.ownProgram);
+    if (!ReadOptions(words, options))
+        return PrintUsage();
+    if (options.hashes)
+        return KvPrintOutputHashes(options.run) ? 0 : 1;
+    return RunBench(options);
 }

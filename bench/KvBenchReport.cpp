@@ -4,15 +4,6 @@
 
 namespace {
 
-constexpr double kBytesPerMegabyte = 1e6;
-constexpr double kMillisecondsPerSecond = 1e3;
-
-void PrintCost(const CKvProcessCost& cost)
-{
-    std::printf(" | %8.1f %8.1f %8.1f", cost.userSeconds * kMillisecondsPerSecond,
-                cost.systemSeconds * kMillisecondsPerSecond, cost.peakBytes / kBytesPerMegabyte);
-}
-
 const char* Verdict(const CKvBenchFigure& figure)
 {
     if (!figure.goal)
@@ -21,21 +12,6 @@ const char* Verdict(const CKvBenchFigure& figure)
 }
 
 }  // namespace
-
-void KvPrintWorkloads(const std::vector<CKvWorkload>& workloads)
-{
-    std::printf("%-13s %9s %9s | %26s | %26s\n", "", "level", "output", "tool", "yardstick");
-    std::printf("%-13s %9s %9s | %8s %8s %8s | %8s %8s %8s\n", "workload", "MB", "MB", "user ms",
-                "sys ms", "peak MB", "user ms", "sys ms", "peak MB");
-    for (const CKvWorkload& workload : workloads) {
-        std::printf("%-13s %9.2f %9.2f", workload.name.c_str(),
-                    static_cast<double>(workload.levelBytes) / kBytesPerMegabyte,
-                    static_cast<double>(workload.outputBytes) / kBytesPerMegabyte);
-        PrintCost(workload.tool);
-        PrintCost(workload.yardstick);
-        std::printf("\n");
-    }
-}
 
 void KvPrintFigures(const std::vector<CKvBenchFigure>& figures)
 {

@@ -1,12 +1,10 @@
-// The tables that the benchmark prints.
+// The table that a benchmark of the library prints.
 
 #pragma once
 
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "bench/KvWorkload.h"
 
 /// One result: a ratio or an exponent, and the most that it may be when there is a goal.
 struct CKvBenchFigure
@@ -15,9 +13,6 @@ struct CKvBenchFigure
     double value = 0;
     std::optional<double> goal;
 };
-
-/// Prints to standard output what every workload took, one line each.
-void KvPrintWorkloads(const std::vector<CKvWorkload>& workloads);
 
 /// Prints to standard output each figure beside its goal.
 void KvPrintFigures(const std::vector<CKvBenchFigure>& figures);

@@ -14,7 +14,7 @@ bool KvGenerateInputs(const CKvInputParameters& parameters, const std::string& f
 
     const CKvInputPlan plan(parameters);
     const std::uint32_t half = parameters.templates - parameters.templates / 2;
-    return KvWriteLevel(plan, parameters.seed, paths.level) &&
+    return KvWriteLevel(plan, parameters, paths.level) &&
            KvWriteRules(plan, parameters, paths.rules) &&
            KvWriteTemplates(0, half, parameters.seed, paths.firstTemplates) &&
            KvWriteTemplates(half, parameters.templates, parameters.seed, paths.secondTemplates);

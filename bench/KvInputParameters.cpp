@@ -19,6 +19,7 @@ constexpr std::uint32_t kMostItems = 10'000'000;
 
 constexpr COption kOptions[] = {
     {"--objects", &CKvInputParameters::objects, 0, kMostItems},
+    {"--bare-objects", &CKvInputParameters::bareObjects, 0, 1},
     {"--rules", &CKvInputParameters::rules, 0, kMostItems},
     {"--hit-percent", &CKvInputParameters::hitPercent, 0, 100},
     {"--overlap", &CKvInputParameters::overlap, 1, kMostItems},
@@ -53,6 +54,7 @@ bool KvSetInputParameter(CKvInputParameters& parameters, std::string_view option
 std::string_view KvInputParameterUsage()
 {
     return "  --objects N       objects of the level (24000; 417 bytes each)\n"
+           "  --bare-objects N  1: objects with a name alone (0)\n"
            "  --rules N         rules, one in ten global (300)\n"
            "  --hit-percent N   share of the objects that some rule binds (30)\n"
            "  --overlap N       rules that bind one hit object (1)\n"

@@ -10,6 +10,9 @@ struct CKvInputParameters
     /// Objects of the level, all five kinds together; each takes about 417 bytes.
     std::uint32_t objects = 24'000;
 
+    /// 1 for objects with a name and nothing else, about 30 bytes each.
+    std::uint32_t bareObjects = 0;
+
     /// Rules, one in ten of them a "simple_fsm_create" without a pattern.
     std::uint32_t rules = 300;
 

@@ -94,6 +94,8 @@ void WriteLight(CKvXmlWriter& xml, CKvBenchRandom& random)
 
 void WriteBody(EKvObjectKind kind, CKvXmlWriter& xml, CKvBenchRandom& random)
 {
+    xml.Attribute("id", std::to_string(random.Below(10'000'000)));
+    xml.Attribute("layer", Numbered("gameplay_", random.Below(40)));
     switch (kind) {
         case EKvObjectKind::Entity:
             return WriteEntity(xml, random);
@@ -118,10 +120,11 @@ void WriteEnvironment(CKvXmlWriter& xml)
 
 }  // namespace
 
-bool KvWriteLevel(const CKvInputPlan& plan, std::uint32_t seed, const std::string& path)
+bool KvWriteLevel(const CKvInputPlan& plan, const CKvInputParameters& parameters,
+                  const std::string& path)
 {
     CKvXmlWriter xml(path);
-    CKvBenchRandom random(seed);
+    CKvBenchRandom random(parameters.seed);
     xml.Begin("level");
     xml.Attribute("version", "3");
     WriteEnvironment(xml);
@@ -132,9 +135,8 @@ bool KvWriteLevel(const CKvInputPlan& plan, std::uint32_t seed, const std::strin
         for (std::uint32_t index = 0; index < plan.ObjectCount(kind); ++index) {
             xml.Begin(names.item);
             xml.Attribute(names.nameAttribute, plan.ObjectName(kind, index));
-            xml.Attribute("id", std::to_string(random.Below(10'000'000)));
-            xml.Attribute("layer", Numbered("gameplay_", random.Below(40)));
-            WriteBody(kind, xml, random);
+            if (parameters.bareObjects == 0)
+                WriteBody(kind, xml, random);
             xml.End();
         }
         xml.End();

@@ -2,11 +2,11 @@
 
 #pragma once
 
-#include <cstdint>
 #include <string>
 
+#include "bench/KvInputParameters.h"
 #include "bench/KvInputPlan.h"
 
 /// Errors: false when the file could not be written; what was written stays.
-[[nodiscard]] bool KvWriteLevel(const CKvInputPlan& plan, std::uint32_t seed,
+[[nodiscard]] bool KvWriteLevel(const CKvInputPlan& plan, const CKvInputParameters& parameters,
                                 const std::string& path);

@@ -2,9 +2,19 @@
 
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
+
+/// What to run.
+struct CKvProcess
+{
+    /// The path of the program, then its arguments.
+    std::vector<std::string> command;
+
+    /// The files that standard input comes from and standard output goes to.
+    std::string input = "/dev/null";
+    std::string output = "/dev/null";
+};
 
 struct CKvProcessCost
 {
@@ -23,13 +33,31 @@ struct CKvProcessCost
     double CpuSeconds() const { return userSeconds + systemSeconds; }
 };
 
-/// Runs \a command (path of the program, then its arguments) with standard output to nowhere and
-/// waits for its end.
+/// How a process ended.
+struct CKvProcessEnd
+{
+    /// What it returned, 0 to 255, unless a signal ended it.
+    int status = 0;
+
+    /// 0 when it ended by itself.
+    int signal = 0;
+
+    CKvProcessCost cost;
+};
+
+/// Runs \a process and waits for its end, whatever that is.
+///
+/// Errors: false when it did not start; one line on standard error then tells why.
+[[nodiscard]] bool KvRunProcess(const CKvProcess& process, CKvProcessEnd& end);
+
+/// Runs \a process, which must succeed.
 ///
 /// Errors: false when it did not start, or ended by a signal or with a status other than 0; one
-/// line
-///         on standard error then names the command and the reason.
-[[nodiscard]] bool KvMeasureProcess(const std::vector<std::string>& command, CKvProcessCost& cost);
+///         line on standard error then names the command and the reason.
+[[nodiscard]] bool KvMeasureProcess(const CKvProcess& process, CKvProcessCost& cost);
 
 /// The path of the running program; empty when the system does not tell.
 std::string KvOwnProgramPath();
+
+/// The path of an installed program; empty when no folder of PATH has it.
+std::string KvFindProgram(const std::string& name);

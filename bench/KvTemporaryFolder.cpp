@@ -25,6 +25,8 @@ CKvTemporaryFolder::~CKvTemporaryFolder()
 
 std::string KvMakeFolder(const std::string& parent, const std::string& name)
 {
+    if (parent.empty())
+        return {};
     std::error_code error;
     std::string path = parent + "/" + name;
     return std::filesystem::create_directory(path, error) ? path : std::string();

@@ -20,5 +20,6 @@ private:
     std::string m_path;
 };
 
-/// Makes a folder inside an existing one and gives its path; empty when it could not be made.
+/// Makes a folder inside an existing one and gives its path; empty when it could not be made, also
+/// when \a parent is empty.
 std::string KvMakeFolder(const std::string& parent, const std::string& name);

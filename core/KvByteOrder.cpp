@@ -1,8 +1,8 @@
 #include "core/KvByteOrder.h"
 
-#include <array>
 #include <cstddef>
 #include <cstring>
+#include <type_traits>
 
 namespace {
 
@@ -11,12 +11,13 @@ namespace {
 template <typename T>
 void ReverseBytes(T& value)
 {
-    std::array<unsigned char, sizeof(T)> bytes = {};
-    std::array<unsigned char, sizeof(T)> reversed = {};
-    std::memcpy(bytes.data(), &value, sizeof(T));
-    for (std::size_t i = 0; i < sizeof(T); ++i)
-        reversed[i] = bytes[sizeof(T) - 1 - i];
-    std::memcpy(&value, reversed.data(), sizeof(T));
+    using Long = std::conditional_t<sizeof(T) == 4, std::uint32_t, std::uint64_t>;
+    using Word = std::conditional_t<sizeof(T) == 2, std::uint16_t, Long>;
+    static_assert(sizeof(Word) == sizeof(T));
+    Word word = 0;
+    std::memcpy(&word, &value, sizeof word);
+    word = KvReverseBytes(word);
+    std::memcpy(&value, &word, sizeof word);
 }
 
 template <typename T>

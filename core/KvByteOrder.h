@@ -4,6 +4,22 @@
 #pragma once
 
 #include <bit>
+#include <cstdint>
+
+/// The value with its bytes reversed, written so that compilers make one instruction of it.
+constexpr std::uint16_t KvReverseBytes(std::uint16_t value)
+{
+    return static_cast<std::uint16_t>(value << 8 | value >> 8);
+}
+constexpr std::uint32_t KvReverseBytes(std::uint32_t value)
+{
+    return value << 24 | (value & 0xFF00) << 8 | (value >> 8 & 0xFF00) | value >> 24;
+}
+constexpr std::uint64_t KvReverseBytes(std::uint64_t value)
+{
+    return std::uint64_t{KvReverseBytes(static_cast<std::uint32_t>(value))} << 32 |
+           KvReverseBytes(static_cast<std::uint32_t>(value >> 32));
+}
 
 /// Reverses the bytes of one value in place. The types are the language's own, so that every
 /// spelling of an integer has its overload whatever the width of long is.

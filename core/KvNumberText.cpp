@@ -1,13 +1,16 @@
 #include "core/KvNumberText.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <limits>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 
 #include "core/KvText.h"
 
@@ -88,9 +91,10 @@ template <typename T>
 bool ReadDigits(const T*& text, unsigned base, CInteger& integer)
 {
     constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
+    constexpr std::uint64_t kSurelyFits = kLargest / 16;  // one more digit of any base
     const T* const begin = text;
     for (unsigned digit = DigitValue(*text); digit < base; digit = DigitValue(*++text)) {
-        if (integer.magnitude > (kLargest - digit) / base)
+        if (integer.magnitude > kSurelyFits && integer.magnitude > (kLargest - digit) / base)
             integer.isTooLarge = true;
         integer.magnitude = integer.isTooLarge ? kLargest : integer.magnitude * base + digit;
     }
@@ -239,10 +243,46 @@ F ToFloat(CDigits& digits, const CNotation& notation)
     return result.ec == std::errc() ? value : outOfRange;
 }
 
+/// Reads a decimal number that is short and has no exponent, as documents are full of. Where digits
+/// and power of ten are both exact as doubles, dividing them rounds correctly: the fast path of
+/// W. D. Clinger, "How to Read Floating Point Numbers Accurately", PLDI 1990. False for all else.
+template <typename T>
+bool ReadShortDecimal(const T* text, double& value)
+{
+    constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr int kExactDigits = 15;  // each number of so many is below 2^53
+    std::uint64_t digits = 0;
+    int count = 0;
+    const T* point = nullptr;
+    for (;; ++text) {
+        if (*text >= T('0') && *text <= T('9')) {
+            digits = digits * 10 + static_cast<unsigned>(*text - T('0'));
+            if (++count > kExactDigits)
+                return false;
+        } else if (*text == T('.') && point == nullptr) {
+            point = text;
+        } else {
+            break;
+        }
+    }
+    const T end = kvToLower(*text);
+    if (count == 0 || end == T('e') || end == T('x'))
+        return false;
+    const std::ptrdiff_t decimals = point != nullptr ? text - point - 1 : 0;
+    value = static_cast<double>(digits) / kPowersOfTen[decimals];
+    return true;
+}
+
 /// Reads what can stand behind a sign. False when no number does.
 template <typename F, typename T>
 bool ReadUnsigned(const T* text, F& value)
 {
+    // A float made of the double would be rounded twice.
+    if constexpr (std::is_same_v<F, double> && FLT_EVAL_METHOD == 0) {
+        if (ReadShortDecimal(text, value))
+            return true;
+    }
     if (ReadWord(text, "inf")) {
         value = std::numeric_limits<F>::infinity();
         return true;
@@ -327,8 +367,40 @@ char* WriteInt(int value, char* dst)
     return std::to_chars(dst, dst + kIntSize, value).ptr;
 }
 
+/// Floats below are written in integers, those from here on by std::to_chars.
+constexpr float kSmallFloatEnd = 0x1p24F;
+
+/// "%f" of what nearly all values of documents are, in a quarter of the time of std::to_chars: a
+/// float has 24 binary digits and a million 20, so that their product is exact in a double. No
+/// branch depends on the digits, which would be guessed wrongly half of the time.
+char* WriteSmallFloat(float magnitude, char* dst)
+{
+    constexpr std::uint64_t kMillion = 1'000'000;
+    const double exact = double{magnitude} * double{kMillion};
+    const auto below = static_cast<std::int64_t>(exact);
+    const double rest = exact - static_cast<double>(below);
+    const int tieGoesUp = static_cast<int>(below & 1);  // to even
+    const int goesUp = int{rest > 0.5} | (int{rest == 0.5} & tieGoesUp);
+    const auto millionths = static_cast<std::uint64_t>(below + goesUp);
+
+    const auto whole = static_cast<std::uint32_t>(millionths / kMillion);
+    auto decimals = static_cast<std::uint32_t>(millionths % kMillion);
+    dst = std::to_chars(dst, dst + kIntSize, whole).ptr;
+    *dst = '.';
+    for (int place = 6; place > 0; --place) {
+        dst[place] = static_cast<char>('0' + decimals % 10);
+        decimals /= 10;
+    }
+    return dst + 7;
+}
+
 char* WriteFloat(float value, char* dst)
 {
+    const float magnitude = std::fabs(value);
+    if (magnitude < kSmallFloatEnd) {
+        *dst = '-';  // stays for negative values
+        return WriteSmallFloat(magnitude, dst + int{std::signbit(value)});
+    }
     if (std::isfinite(value)) {
         const double exact = value;
         return std::to_chars(dst, dst + kFloatSize, exact, std::chars_format::fixed, 6).ptr;

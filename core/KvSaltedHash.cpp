@@ -1,5 +1,6 @@
 #include "core/KvSaltedHash.h"
 
+#include "core/KvSipHash.h"
 #include "platform/KvPlatform.h"
 
 CKvHashSalt::CKvHashSalt()
@@ -7,4 +8,10 @@ CKvHashSalt::CKvHashSalt()
       forLow(KvPlatformRandomSeed()),
       offset(KvPlatformRandomSeed())
 {
+}
+
+std::uint32_t KvSaltedHash(std::string_view text)
+{
+    const CKvHashSalt& salt = CKvHashSalt::Get();
+    return static_cast<std::uint32_t>(KvSipHash(salt.forHigh, salt.forLow, text));
 }

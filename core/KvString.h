@@ -37,6 +37,16 @@ public:
     /// is looked at. A negative \a maxLength counts as 0.
     TKvString(const T* text, int maxLength);
 
+    /// Of a text whose length is known, which is then not counted.
+    ///
+    /// Units: the \a length first units of \a text, none of which is a terminator.
+    [[nodiscard]] static TKvString OfLength(const T* text, int length)
+    {
+        TKvString string;
+        string.m_text = Duplicate(text, static_cast<std::size_t>(length));
+        return string;
+    }
+
     TKvString(const TKvString& other);
     TKvString(TKvString&& other) noexcept : m_text(std::exchange(other.m_text, nullptr)) {}
     ~TKvString() { delete[] m_text; }

@@ -138,31 +138,21 @@ bool kvStrncpy(wchar_t* dst, unsigned dstSize, const wchar_t* src, unsigned coun
     return CopyAtMost(dst, dstSize, src, count);
 }
 
-bool kvIsInt(const char* text)
+EKvNumberForm kvGetNumberForm(const char* text)
 {
     if (text == nullptr)
-        return false;
+        return EKvNumberForm::None;
     if (*text == '-')
         ++text;
-    if (!IsDigit(*text))
-        return false;
+    const char* const begin = text;
     while (IsDigit(*text))
         ++text;
-    return *text == '\0';
-}
-
-bool kvIsFloat(const char* text)
-{
-    if (text == nullptr)
-        return false;
-    if (*text == '-')
+    if (*text == '\0')
+        return text != begin ? EKvNumberForm::Int : EKvNumberForm::None;
+    if (*text != '.')
+        return EKvNumberForm::None;
+    do
         ++text;
-    bool hasPoint = false;
-    for (; *text != '\0'; ++text) {
-        if (*text == '.' && !hasPoint)
-            hasPoint = true;
-        else if (!IsDigit(*text))
-            return false;
-    }
-    return hasPoint;
+    while (IsDigit(*text));
+    return *text == '\0' ? EKvNumberForm::Float : EKvNumberForm::None;
 }

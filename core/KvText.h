@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstring>
 #include <cwchar>
+#include <string>
 
 /// ASCII upper case becomes lower case; every other unit stays.
 template <typename T>
@@ -31,10 +32,10 @@ template <typename T>
 template <typename T>
 [[nodiscard]] constexpr std::size_t kvStrnlen(const T* text, std::size_t limit)
 {
-    std::size_t length = 0;
-    while (text != nullptr && length < limit && text[length] != T())
-        ++length;
-    return length;
+    if (text == nullptr)
+        return 0;
+    const T* end = std::char_traits<T>::find(text, limit, T());
+    return end != nullptr ? static_cast<std::size_t>(end - text) : limit;
 }
 
 /// -1, 0 or 1; the shorter of two texts that start alike sorts first.
@@ -71,9 +72,25 @@ template <typename T>
 [[nodiscard]] bool kvStrncpy(char* dst, unsigned dstSize, const char* src, unsigned count);
 [[nodiscard]] bool kvStrncpy(wchar_t* dst, unsigned dstSize, const wchar_t* src, unsigned count);
 
-/// True for an optional '-' and at least one digit, nothing else. False for null.
-[[nodiscard]] bool kvIsInt(const char* text);
+/// What a text is as a number.
+enum class EKvNumberForm
+{
+    None,
+    Int,
+    Float
+};
 
-/// True for an optional '-', then digits and exactly one '.', nothing else: "1.5", "5." and "." are
-/// floats, "12" and "1e5" are not. False for null.
-[[nodiscard]] bool kvIsFloat(const char* text);
+/// Int for an optional '-' and at least one digit, nothing else. Float for an optional '-', then
+/// digits and exactly one '.', nothing else: "1.5", "5." and "." are floats, "12" and "1e5" are
+/// not. None for null.
+[[nodiscard]] EKvNumberForm kvGetNumberForm(const char* text);
+
+[[nodiscard]] inline bool kvIsInt(const char* text)
+{
+    return kvGetNumberForm(text) == EKvNumberForm::Int;
+}
+
+[[nodiscard]] inline bool kvIsFloat(const char* text)
+{
+    return kvGetNumberForm(text) == EKvNumberForm::Float;
+}

@@ -1,22 +1,33 @@
 #include "file/KvFieldWriter.h"
 
-#include <bit>
-#include <cstring>
-
-#include "core/KvByteOrder.h"
-#include "file/KvFileSystemUnCached.h"
+#include <algorithm>
+#include <array>
 
 namespace {
 
-constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
+constexpr std::size_t kFileBuffer = std::size_t{64} * 1024;
+constexpr std::size_t kFirstMemoryBuffer = 1024;
 
 }  // namespace
 
 CKvFieldWriter::CKvFieldWriter(CKvFileHandle* handle, bool bigEndian)
-    : m_handle(handle),
-      m_swap(KvNeedsSwap(bigEndian)),
-      m_buffer(std::make_unique_for_overwrite<unsigned char[]>(kBufferSize))
+    : CKvFieldWriter(EDestination::File, handle, bigEndian, kFileBuffer)
 {
+}
+
+CKvFieldWriter::CKvFieldWriter(EDestination destination, CKvFileHandle* handle, bool bigEndian,
+                               std::size_t capacity)
+    : m_destination(destination),
+      m_handle(handle),
+      m_swap(KvNeedsSwap(bigEndian)),
+      m_capacity(capacity),
+      m_buffer(std::make_unique_for_overwrite<unsigned char[]>(capacity))
+{
+}
+
+CKvFieldWriter CKvFieldWriter::ToMemory(bool bigEndian)
+{
+    return CKvFieldWriter(EDestination::Memory, nullptr, bigEndian, kFirstMemoryBuffer);
 }
 
 CKvFieldWriter::~CKvFieldWriter()
@@ -24,68 +35,56 @@ CKvFieldWriter::~CKvFieldWriter()
     Flush();
 }
 
-void CKvFieldWriter::WriteU32(std::uint32_t value)
+/// The file gets whole buffers: a short one would pass through the stream's own buffer.
+void CKvFieldWriter::AppendBeyond(const unsigned char* bytes, std::size_t size)
 {
-    if (m_swap)
-        KvSwapEndian(value);
-    WriteField(&value, sizeof value);
-}
-
-void CKvFieldWriter::WriteU64(std::uint64_t value)
-{
-    if (m_swap)
-        KvSwapEndian(value);
-    WriteField(&value, sizeof value);
-}
-
-void CKvFieldWriter::WriteS32(std::int32_t value)
-{
-    WriteU32(static_cast<std::uint32_t>(value));
-}
-
-void CKvFieldWriter::WriteF32(float value)
-{
-    WriteU32(std::bit_cast<std::uint32_t>(value));
-}
-
-void CKvFieldWriter::WriteBytes(const char* bytes, std::size_t size)
-{
-    WriteField(bytes, size);
-}
-
-void CKvFieldWriter::WriteText(const TKvString<char>& text)
-{
-    WriteField(text.GetText(), static_cast<std::size_t>(text.GetLength()));
-    WriteField("", 1);
-}
-
-/// The file layer's swap flag works on each write by itself, so under it no field is collected.
-void CKvFieldWriter::WriteField(const void* bytes, std::size_t size)
-{
-    const bool direct = size > kBufferSize || CKvFileSystemUnCached::GetSwapDWORDOnWrite();
-    if (direct || size > kBufferSize - m_used)
-        Flush();
-    if (direct) {
-        Write(bytes, size);
-        return;
+    if (m_destination == EDestination::Memory)
+        Grow(m_used + size);
+    while (size > 0) {
+        const std::size_t piece = std::min(size, m_capacity - m_used);
+        std::memcpy(m_buffer.get() + m_used, bytes, piece);
+        m_used += piece;
+        bytes += piece;
+        size -= piece;
+        if (size > 0)
+            Flush();
     }
-    std::memcpy(m_buffer.get() + m_used, bytes, size);
-    m_used += size;
 }
 
-void CKvFieldWriter::Write(const void* bytes, std::size_t size)
+/// Does to one field what the file layer does to one write: each whole word of it is reversed.
+void CKvFieldWriter::AppendSwapped(const unsigned char* bytes, std::size_t size)
 {
-    const int written = CKvFileSystemUnCached::Write(m_handle, bytes, static_cast<int>(size));
-    m_failed = m_failed || written != static_cast<int>(size);
+    std::array<unsigned char, 256> piece = {};
+    while (size > 0) {
+        const std::size_t length = std::min(size, piece.size());
+        std::copy_n(bytes, length, piece.begin());
+        for (std::size_t i = 0; i + 4 <= length; i += 4)
+            std::reverse(piece.data() + i, piece.data() + i + 4);
+        Append(piece.data(), length);
+        bytes += length;
+        size -= length;
+    }
 }
 
-/// Fields were collected while the swap flag was clear, whatever it is by now.
+void CKvFieldWriter::Grow(std::size_t minCapacity)
+{
+    const std::size_t capacity = std::max(minCapacity, 2 * m_capacity);
+    auto larger = std::make_unique_for_overwrite<unsigned char[]>(capacity);
+    std::memcpy(larger.get(), m_buffer.get(), m_used);
+    m_buffer = std::move(larger);
+    m_capacity = capacity;
+}
+
+/// The swap flag has been applied to what was collected, whatever it is by now.
 bool CKvFieldWriter::Flush()
 {
-    const bool swap = CKvFileSystemUnCached::GetSwapDWORDOnWrite();
-    CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
-    Write(m_buffer.get(), m_used);
-    CKvFileSystemUnCached::SetSwapDWORDOnWrite(swap);
-    m_used = 0;
+    if (m_used > 0 && m_destination == EDestination::File) {
+        const int size = static_cast<int>(m_used);
+        const bool swap = CKvFileSystemUnCached::GetSwapDWORDOnWrite();
+        CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
+        m_failed = CKvFileSystemUnCached::Write(m_handle, m_buffer.get(), size) != size || m_failed;
+        CKvFileSystemUnCached::SetSwapDWORDOnWrite(swap);
+        m_used = 0;
+    }
     return !m_failed;
 }

@@ -1,6 +1,7 @@
 #include "scripttree/KvScriptTreeAttribute.h"
 
 #include <array>
+#include <utility>
 
 #include "core/KvNumberText.h"
 #include "core/KvUnicode.h"
@@ -38,6 +39,12 @@ CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier,
 }
 
 CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier,
+                                               TKvString<char>&& value)
+    : m_identifier(identifier), m_type(TYPE_STRING), m_value(std::move(value))
+{
+}
+
+CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier,
                                                const TKvString<wchar_t>& value)
     : m_identifier(identifier), m_type(TYPE_STRING), m_value(EncodeUtf8(value))
 {
@@ -47,7 +54,7 @@ CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier,
                                                unsigned long long value)
     : m_identifier(identifier), m_type(TYPE_U64), m_rawValue(value)
 {
-    std::array<char, 19> text = {};
+    std::array<char, 19> text;
     kvU64ToHexString(value, text.data());
     m_value = text.data();
 }
@@ -60,7 +67,7 @@ CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier, 
 CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier, int value)
     : m_identifier(identifier), m_type(TYPE_INT)
 {
-    std::array<char, 12> text = {};
+    std::array<char, 12> text;
     kvIntToString(value, text.data());
     m_value = text.data();
 }
@@ -109,9 +116,9 @@ CKvScriptTreeAttribute::CKvScriptTreeAttribute(const CKvIdentifier& identifier, 
                                                const float* values, int count)
     : m_identifier(identifier), m_type(type)
 {
-    std::array<char, kFloatTextSize* kMaxFloats> text = {};
-    kvFloatsToString(values, count, text.data());
-    m_value = text.data();
+    std::array<char, kFloatTextSize * kMaxFloats> text;
+    const int length = kvFloatsToString(values, count, text.data());
+    m_value = TKvString<char>::OfLength(text.data(), length);
 }
 
 CKvScriptTreeAttribute::~CKvScriptTreeAttribute() = default;

@@ -39,10 +39,7 @@ public:
     /// Text, kept as it is; null gives "".
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const char* value);
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const TKvString<char>& value);
-    CKvScriptTreeAttribute(const CKvIdentifier& identifier, TKvString<char>&& value)
-        : m_identifier(identifier), m_type(TYPE_STRING), m_value(std::move(value))
-    {
-    }
+    CKvScriptTreeAttribute(const CKvIdentifier& identifier, TKvString<char>&& value);
 
     /// Wide text, kept as UTF-8.
     CKvScriptTreeAttribute(const CKvIdentifier& identifier, const TKvString<wchar_t>& value);

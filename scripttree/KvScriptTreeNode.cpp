@@ -276,21 +276,18 @@ CKvArray<CKvScriptTreeNode*> CKvScriptTreeNode::JoinChildren(const CKvScriptTree
 
 void CKvScriptTreeNode::Copy(const CKvScriptTreeNode* source)
 {
-    struct CPending
-    {
-        const CKvScriptTreeNode* source;
-        CKvScriptTreeNode* copy;
-    };
     // The copy grows apart from this node, so that source may contain it or be contained in it.
     const CKvOwnedScriptTreeNode root(new CKvScriptTreeNode(source->m_identifier));
-    std::vector<CPending> pending = {{source, root.get()}};
-    while (!pending.empty()) {
-        const CPending task = pending.back();
-        pending.pop_back();
-        task.copy->CopyOwn(*task.source);
-        task.copy->m_children.SetGrowthStep(task.source->GetChildCount());
-        for (const CKvScriptTreeNode* child : task.source->m_children)
-            pending.push_back({child, task.copy->AddNewChild(child->m_identifier)});
+    std::vector<CKvScriptTreeNode*> path;
+    for (TKvScriptTreeWalk walk(source); walk.Next();) {
+        if (walk.IsLeaving()) {
+            path.pop_back();
+            continue;
+        }
+        const CKvScriptTreeNode& original = *walk.GetNode();
+        path.push_back(path.empty() ? root.get() : path.back()->AddNewChild(original.m_identifier));
+        path.back()->CopyOwn(original);
+        path.back()->m_children.SetGrowthStep(original.GetChildCount());
     }
 
     CKvArray<CKvScriptTreeNode*> children = JoinChildren(*root);

@@ -127,6 +127,8 @@ public:
 
     /// Takes name, attributes and text of \a source and appends deep copies of its children behind
     /// the own ones. \a source may be any node, also this one, a descendant or an ancestor.
+    ///
+    /// Cost: linear; besides the copy 24 bytes of memory a level.
     void Copy(const CKvScriptTreeNode* source);
 
     /// Takes the name of \a other and, behind the own ones, its attributes and children; \a other
@@ -134,6 +136,9 @@ public:
     void Absorb(CKvScriptTreeNode& other);
 
     /// Equal in name, attributes, text and children, all in order.
+    ///
+    /// Cost: linear; 16 bytes of memory for each node beside those being compared and their
+    ///       ancestors.
     bool operator==(const CKvScriptTreeNode& other) const;
 
     // --- Typed reads of the first attribute of a name. The form with an output tells whether the

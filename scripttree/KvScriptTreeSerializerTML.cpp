@@ -1,161 +1,17 @@
 #include "scripttree/KvScriptTreeSerializerTML.h"
 
 #include <climits>
-#include <cstdint>
 #include <memory>
-#include <unordered_set>
-#include <vector>
 
-#include "core/KvNumberText.h"
 #include "core/KvOutOfMemory.h"
-#include "core/KvSaltedHash.h"
-#include "core/KvText.h"
-#include "file/KvFieldWriter.h"
 #include "file/KvFile.h"
 #include "file/KvWholeFileWriter.h"
 #include "scripttree/KvScriptTree.h"
 #include "scripttree/KvScriptTreeLoad.h"
-#include "scripttree/KvScriptTreeName.h"
 #include "scripttree/KvScriptTreeNode.h"
-#include "scripttree/KvScriptTreeWalk.h"
+#include "scripttree/KvTmlReader.h"
+#include "scripttree/KvTmlWriter.h"
 #include "serial/KvMemFileReader.h"
-
-namespace {
-
-using EType = CKvScriptTreeAttribute::EType;
-
-/// The smallest records that an image can hold, in bytes; they bound what its counts may promise.
-constexpr int kMinNodeSize = 16;
-constexpr int kMinAttributeSize = 12;
-constexpr int kMinNameSize = 1;
-
-/// The distinct names of a document in the order of their first use.
-class CNamesSeen
-{
-public:
-    explicit CNamesSeen(CKvArray<CKvIdentifier>& names) : m_names(names)
-    {
-        for (const CKvIdentifier& name : names)
-            m_seen.insert(name.GetCrc64());
-    }
-
-    void Add(const CKvIdentifier& name)
-    {
-        if (m_seen.insert(name.GetCrc64()).second)
-            m_names.Add(name);
-    }
-
-private:
-    CKvArray<CKvIdentifier>& m_names;
-    std::unordered_set<std::uint64_t, CKvSaltedHash> m_seen;
-};
-
-void WriteAttribute(CKvFieldWriter& writer, const CKvScriptTreeAttribute& attribute)
-{
-    const char* text = attribute.GetValue().GetText();
-    writer.WriteU64(attribute.GetIdentifier().GetCrc64());
-    if (kvIsFloat(text)) {
-        writer.WriteU32(EType::TYPE_FLOAT);
-        writer.WriteF32(kvStringToFloat(text));
-    } else if (kvIsInt(text)) {
-        writer.WriteU32(EType::TYPE_INT);
-        writer.WriteS32(kvStringToS32(text));
-    } else {
-        writer.WriteU32(EType::TYPE_STRING);
-        writer.WriteText(attribute.GetValue());
-    }
-}
-
-bool ReadAttribute(CKvMemFileReader& reader, CKvScriptTreeNode& node)
-{
-    std::uint64_t crc = 0;
-    std::uint32_t type = 0;
-    reader.ReadU64(crc);
-    reader.ReadU32(type);
-    const CKvIdentifier identifier(crc);
-    if (type == EType::TYPE_U64) {
-        std::uint64_t value = 0;
-        reader.ReadU64(value);
-        node.AddAttribute(CKvScriptTreeAttribute(identifier, value));
-    } else if (type == EType::TYPE_INT) {
-        std::int32_t value = 0;
-        reader.ReadS32(value);
-        node.AddAttribute(CKvScriptTreeAttribute(identifier, value));
-    } else if (type == EType::TYPE_FLOAT) {
-        float value = 0;
-        reader.ReadF32(value);
-        node.AddAttribute(CKvScriptTreeAttribute(identifier, value));
-    } else if (type == EType::TYPE_STRING) {
-        TKvString<char> value;
-        reader.ReadString(value);
-        node.AddAttribute(CKvScriptTreeAttribute(identifier, value));
-    } else {
-        return false;
-    }
-    return !reader.HasFailed();
-}
-
-/// Writes a node's own fields: all but its children.
-void WriteNode(CKvFieldWriter& writer, const CKvScriptTreeNode& node, CNamesSeen& names)
-{
-    writer.WriteU64(node.GetIdentifier().GetCrc64());
-    writer.WriteU32(static_cast<std::uint32_t>(node.GetAttributeCount()));
-    writer.WriteU32(static_cast<std::uint32_t>(node.GetChildCount()));
-    names.Add(node.GetIdentifier());
-    for (int i = 0; i < node.GetAttributeCount(); ++i) {
-        WriteAttribute(writer, node.GetAttribute(i));
-        names.Add(node.GetAttribute(i).GetIdentifier());
-    }
-}
-
-/// Reads a node's own fields and how many children follow. \a promised counts the children that the
-/// records read so far have promised and not yet brought: together they must fit into what is left,
-/// else a chain of nodes could each claim nearly all of the image.
-bool ReadNode(CKvMemFileReader& reader, CKvScriptTreeNode& node, std::int64_t promised,
-              int& childCount)
-{
-    std::uint64_t crc = 0;
-    std::uint32_t attributes = 0;
-    std::uint32_t children = 0;
-    reader.ReadU64(crc);
-    reader.ReadU32(attributes);
-    reader.ReadU32(children);
-    if (reader.HasFailed() ||
-        attributes > static_cast<std::uint32_t>(reader.GetRemaining()) / kMinAttributeSize)
-        return false;
-    if (promised + children > reader.GetRemaining() / kMinNodeSize)
-        return false;
-    childCount = static_cast<int>(children);
-    node.SetIdentifier(CKvIdentifier(crc));
-    node.ExpectCounts(static_cast<int>(attributes), childCount);
-    for (std::uint32_t i = 0; i < attributes; ++i) {
-        if (!ReadAttribute(reader, node))
-            return false;
-    }
-    return true;
-}
-
-/// Reads the name table and, when it is whole, registers its texts.
-bool ReadNames(CKvMemFileReader& reader)
-{
-    std::uint32_t count = 0;
-    if (!reader.ReadU32(count) ||
-        count > static_cast<std::uint32_t>(reader.GetRemaining()) / kMinNameSize)
-        return false;
-    CKvMemFileReader ahead = reader;
-    TKvString<char> name;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        if (!ahead.ReadString(name))
-            return false;
-    }
-    for (std::uint32_t i = 0; i < count; ++i) {
-        reader.ReadString(name);
-        const CKvIdentifier registered(name);
-    }
-    return true;
-}
-
-}  // namespace
 
 CKvScriptTreeSerializerTML::~CKvScriptTreeSerializerTML() = default;
 
@@ -182,7 +38,7 @@ bool CKvScriptTreeSerializerTML::LoadTmlFromMemory(CKvScriptTree& tree, void* da
     return KvFalseWhenOutOfMemory([&] {
         CKvMemFileReader reader(data, static_cast<int>(size));
         CKvOwnedScriptTreeNode root(new CKvScriptTreeNode);
-        if (!RecursiveLoad(reader, root.get()) || !ReadNames(reader))
+        if (!RecursiveLoad(reader, root.get()) || !KvReadTmlNames(reader))
             return false;
         if (tree.GetRootNode() != nullptr)
             tree.GetRootNode()->Absorb(*root);
@@ -205,13 +61,10 @@ bool CKvScriptTreeSerializerTML::Save(CKvScriptTree& tree, const TKvString<char>
         if (file.Open(path, EKvFileSystemOpenMode::WriteBinary) != EKvFileSystemError::Success)
             return false;
         if (tree.GetRootNode() != nullptr) {
-            CKvArray<CKvIdentifier> names;
-            if (!RecursiveSave(file.GetHandle(), tree.GetRootNode(), names, bigEndian))
+            CKvTmlWriter writer(file.GetHandle(), bigEndian);
+            writer.WriteTree(*tree.GetRootNode());
+            if (!writer.Finish())
                 return false;
-            CKvFieldWriter writer(file.GetHandle(), bigEndian);
-            writer.WriteU32(static_cast<std::uint32_t>(names.GetCount()));
-            for (const CKvIdentifier& name : names)
-                writer.WriteText(KvGetNameText(name));
         }
         return file.Commit() == EKvFileSystemError::Success;
     });
@@ -225,40 +78,13 @@ bool CKvScriptTreeSerializerTML::Dump(CKvScriptTree&, TKvString<char>&)
 bool CKvScriptTreeSerializerTML::RecursiveSave(CKvFileHandle* handle, CKvScriptTreeNode* node,
                                                CKvArray<CKvIdentifier>& names, bool bigEndian)
 {
-    CKvFieldWriter writer(handle, bigEndian);
-    CNamesSeen namesSeen(names);
-    for (TKvScriptTreeWalk walk(node); walk.Next();) {
-        if (!walk.IsLeaving())
-            WriteNode(writer, *walk.GetNode(), namesSeen);
-    }
+    CKvTmlWriter writer(handle, bigEndian, names);
+    writer.WriteTree(*node);
+    names = writer.GetNames();
     return true;
 }
 
 bool CKvScriptTreeSerializerTML::RecursiveLoad(CKvMemFileReader& reader, CKvScriptTreeNode* node)
 {
-    struct CPlace
-    {
-        CKvScriptTreeNode* node;
-        int childrenLeft;
-    };
-    int childCount = 0;
-    if (!ReadNode(reader, *node, 0, childCount))
-        return false;
-    std::int64_t promised = childCount;
-    std::vector<CPlace> path = {{node, childCount}};
-    while (!path.empty()) {
-        if (path.back().childrenLeft == 0) {
-            path.pop_back();
-            continue;
-        }
-        --path.back().childrenLeft;
-        --promised;
-        CKvScriptTreeNode* child = path.back().node->AddNewChild(CKvIdentifier());
-        if (!ReadNode(reader, *child, promised, childCount))
-            return false;
-        promised += childCount;
-        if (childCount > 0)
-            path.push_back({child, childCount});
-    }
-    return true;
+    return KvReadTmlTree(reader, *node);
 }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -15,9 +14,8 @@
 #include "file/KvWholeFileWriter.h"
 #include "scripttree/KvScriptTree.h"
 #include "scripttree/KvScriptTreeLoad.h"
-#include "scripttree/KvScriptTreeName.h"
 #include "scripttree/KvScriptTreeNode.h"
-#include "scripttree/KvScriptTreeWalk.h"
+#include "scripttree/KvXmlDump.h"
 #include "scripttree/KvXmlParser.h"
 
 namespace {
@@ -58,51 +56,6 @@ void FillOwn(const TiXmlNode& xml, CKvScriptTreeNode& node)
         return;
     for (const TiXmlAttribute* a = element->FirstAttribute(); a != nullptr; a = a->Next())
         node.AddAttribute(CKvScriptTreeAttribute(CKvIdentifier(a->Name()), a->Value()));
-}
-
-std::size_t GetIndentation(int depth)
-{
-    return static_cast<std::size_t>(depth) * 4;
-}
-
-/// Appends one tag line without its end: indentation, opening and name.
-void AppendTagStart(std::string& out, int depth, const char* opening, const CKvScriptTreeNode& node)
-{
-    out.append(GetIndentation(depth), ' ');
-    out += opening;
-    out += KvGetNameText(node.GetIdentifier()).GetText();
-}
-
-void AppendOpeningLine(std::string& out, int depth, const CKvScriptTreeNode& node)
-{
-    AppendTagStart(out, depth, "<", node);
-    for (int i = 0; i < node.GetAttributeCount(); ++i) {
-        const CKvScriptTreeAttribute& attribute = node.GetAttribute(i);
-        out += ' ';
-        out += KvGetNameText(attribute.GetIdentifier()).GetText();
-        out += "=\"";
-        out += attribute.GetValue().GetText();
-        out += '"';
-    }
-    out += node.GetChildCount() == 0 ? "/>\n" : ">\n";
-}
-
-/// Gives the text of a subtree. False when it grows beyond \a maxSize bytes.
-bool DumpSubtree(const CKvScriptTreeNode& root, int depth, std::size_t maxSize, std::string& out)
-{
-    for (TKvScriptTreeWalk walk(&root); walk.Next();) {
-        const CKvScriptTreeNode& node = *walk.GetNode();
-        // Of deep trees the indentation is nearly all.
-        if (out.size() + GetIndentation(depth + walk.GetDepth()) > maxSize)
-            return false;
-        if (!walk.IsLeaving()) {
-            AppendOpeningLine(out, depth + walk.GetDepth(), node);
-        } else if (node.GetChildCount() > 0) {
-            AppendTagStart(out, depth + walk.GetDepth(), "</", node);
-            out += ">\n";
-        }
-    }
-    return out.size() <= maxSize;
 }
 
 }  // namespace
@@ -201,12 +154,5 @@ bool CKvScriptTreeSerializerXML::RecursiveDump(CKvScriptTreeNode* node, TKvStrin
 {
     if (node == nullptr)
         return false;
-    return KvFalseWhenOutOfMemory([&] {
-        const int room = TKvString<char>::kMaxLength - out.GetLength();
-        std::string text;
-        if (!DumpSubtree(*node, depth, static_cast<std::size_t>(room), text))
-            return false;
-        out += text.c_str();
-        return true;
-    });
+    return KvFalseWhenOutOfMemory([&] { return KvDumpXml(*node, depth, out); });
 }

@@ -131,7 +131,7 @@ const char* CKvXmlReader::ReadPlainAttribute(const char* p, CKvXmlAttribute& att
         ++end;
     if (*end != quote)
         return nullptr;
-    attribute.value = TKvString<char>(value, static_cast<int>(end - value));
+    attribute.value = TKvString<char>::OfLength(value, static_cast<int>(end - value));
     return end + 1;
 }
 

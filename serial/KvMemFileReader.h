@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "core/KvString.h"
 
@@ -20,17 +21,26 @@ public:
     CKvMemFileReader(const void* data, int size);
 
     /// Copies \a n bytes. Fails for a negative \a n.
-    bool Read(void* out, int n);
+    bool Read(void* out, int n)
+    {
+        if (m_failed || n < 0 || n > m_remaining)
+            return Refuse(out, n);
+        if (n > 0)  // an empty image may be null
+            std::memcpy(out, m_cursor, static_cast<std::size_t>(n));
+        m_cursor += n;
+        m_remaining -= n;
+        return true;
+    }
 
-    bool ReadS8(std::int8_t& out);
-    bool ReadU8(std::uint8_t& out);
-    bool ReadS16(std::int16_t& out);
-    bool ReadU16(std::uint16_t& out);
-    bool ReadS32(std::int32_t& out);
-    bool ReadU32(std::uint32_t& out);
-    bool ReadF32(float& out);
-    bool ReadS64(std::int64_t& out);
-    bool ReadU64(std::uint64_t& out);
+    bool ReadS8(std::int8_t& out) { return Read(&out, sizeof out); }
+    bool ReadU8(std::uint8_t& out) { return Read(&out, sizeof out); }
+    bool ReadS16(std::int16_t& out) { return Read(&out, sizeof out); }
+    bool ReadU16(std::uint16_t& out) { return Read(&out, sizeof out); }
+    bool ReadS32(std::int32_t& out) { return Read(&out, sizeof out); }
+    bool ReadU32(std::uint32_t& out) { return Read(&out, sizeof out); }
+    bool ReadF32(float& out) { return Read(&out, sizeof out); }
+    bool ReadS64(std::int64_t& out) { return Read(&out, sizeof out); }
+    bool ReadU64(std::uint64_t& out) { return Read(&out, sizeof out); }
 
     /// Reads a text and moves past its terminator, which must lie inside the image.
     bool ReadString(TKvString<char>& out);
@@ -45,6 +55,8 @@ public:
     int GetRemaining() const { return m_remaining; }
 
 private:
+    bool Refuse(void* out, int n);
+
     // Fields stand in the documented order; the flag comes after them.
     const unsigned char* m_cursor;
     int m_remaining;

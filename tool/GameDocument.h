@@ -1,10 +1,17 @@
-// Assembles the document that the game reads: one state-machine block for every instance that
-// stands alone and one object block for every object that an instance is bound to.
+// Writes the document that the game reads: one state-machine block for every instance that stands
+// alone and one object block for every object that an instance is bound to. The document is as
+// large as rules times objects, so it goes to its file piece by piece and never stands in memory.
 
 #pragma once
 
-class CKvScriptTree;
+#include "core/KvString.h"
+
 struct CFSMInstanceLists;
 
-/// Fills an empty document from the instances, which are only read.
-void AssembleGameDocument(const CFSMInstanceLists& instances, CKvScriptTree& document);
+/// Writes the document of the instances, which are only read, as a whole file in the binary form.
+///
+/// Errors: false when the file cannot be written whole or a list would have more than INT_MAX
+///         children; the file is then as it was.
+/// Cost:   memory for the largest state-machine block alone.
+[[nodiscard]] bool WriteGameDocument(const CFSMInstanceLists& instances,
+                                     const TKvString<char>& path, bool bigEndian);

@@ -9,7 +9,6 @@
 #include "core/KvTrace.h"
 #include "scripttree/KvScriptTree.h"
 #include "scripttree/KvScriptTreeNode.h"
-#include "scripttree/KvScriptTreeSerializerTML.h"
 #include "scripttree/KvScriptTreeSerializerXML.h"
 #include "tool/GameDocument.h"
 #include "tool/GameRules.h"
@@ -140,10 +139,8 @@ int Run(int argumentCount, const char* const* values)
     if (!ReadRules(arguments.rulesPath, movables, templates, instances))
         return kFailure;
 
-    CKvScriptTree game;
-    AssembleGameDocument(instances, game);
-    CKvScriptTreeSerializerTML serializer;
-    return serializer.Save(game, arguments.outputPath, arguments.bigEndian) ? kSuccess : kFailure;
+    return WriteGameDocument(instances, arguments.outputPath, arguments.bigEndian) ? kSuccess
+                                                                                   : kFailure;
 }
 
 }  // namespace

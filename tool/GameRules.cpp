@@ -39,8 +39,8 @@ public:
         for (int i = 0; i < rules.GetChildCount(); ++i) {
             const CKvScriptTreeNode& rule = *rules.GetChild(i);
             const TKvString<char> pattern = IsRule(rule) ? GetPattern(rule) : TKvString<char>();
-            if (!pattern.IsEmpty())
-                m_patterns.Add(pattern.GetText());
+            m_patternOfRule.push_back(pattern.IsEmpty() ? kNone
+                                                        : m_patterns.Add(pattern.GetText()));
         }
         m_matches.resize(static_cast<std::size_t>(m_patterns.GetSize()));
         for (const CMovable& movable : movables) {
@@ -51,15 +51,20 @@ public:
         }
     }
 
-    /// In the order of the movables. The pattern is one of the rules'.
-    const std::vector<const CMovable*>& Of(const TKvString<char>& pattern) const
+    /// Those of the \a rule -th child, in the order of the movables; none for one without pattern.
+    const std::vector<const CMovable*>& Of(int rule) const
     {
-        return m_matches[static_cast<std::size_t>(m_patterns.Find(pattern.GetText()))];
+        const int pattern = m_patternOfRule[static_cast<std::size_t>(rule)];
+        return pattern != kNone ? m_matches[static_cast<std::size_t>(pattern)] : m_noMatches;
     }
 
 private:
+    static constexpr int kNone = -1;
+
     CTextSet m_patterns;
+    std::vector<int> m_patternOfRule;
     std::vector<std::vector<const CMovable*>> m_matches;
+    std::vector<const CMovable*> m_noMatches;
 };
 
 CObjectOverride ReadOverride(const CKvScriptTreeNode& node)
@@ -67,6 +72,7 @@ CObjectOverride ReadOverride(const CKvScriptTreeNode& node)
     const KVID& id = KVID::GetSingleton();
     CObjectOverride result;
     result.objectName = node.GetAttributeValueAsString(id.name);
+    result.parameters.SetGrowthStep(node.GetChildrenCountById(id.parameter));
     for (int i = 0; i < node.GetChildCount(); ++i) {
         if (node.GetChild(i)->GetIdentifier() == id.parameter)
             result.parameters.Add(ReadTemplateParameter(*node.GetChild(i)));
@@ -98,28 +104,29 @@ bool ReadRulePart(const CKvScriptTreeNode& child, CTemplateList& templates, CFSM
     return true;
 }
 
-void PrintConflict(const CFSMInstance& instance, const TKvString<char>& pattern,
+void PrintConflict(const CFSMInstance& instance, const CKvScriptTreeNode& rule,
                    const CMovable& movable)
 {
     const TKvString<char>& last = instance.objectNames[instance.objectNames.GetCount() - 1];
     std::fprintf(stderr,
                  "ERROR : fsm '%s' (type='%s') is affecting two objects with different types "
                  "1:'%s' vs. 2:'%s'\n",
-                 pattern.GetText(), instance.fsmName.GetText(), last.GetText(),
+                 GetPattern(rule).GetText(), instance.fsmName.GetText(), last.GetText(),
                  movable.name.GetText());
     std::fflush(stderr);
 }
 
 /// Binds the instance to the candidates whose names contain none of the excluded texts. False after
 /// the message when they are of two types.
-bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern,
+bool BindObjects(CFSMInstance& instance, const CKvScriptTreeNode& rule,
                  const std::vector<const CMovable*>& candidates, CTextSet& excluded)
 {
+    instance.objectNames.SetGrowthStep(static_cast<int>(candidates.size()));
     for (const CMovable* movable : candidates) {
         if (excluded.OccursIn(movable->name.GetText()))
             continue;
         if (instance.objectType != MOVABLE_NONE && instance.objectType != movable->type) {
-            PrintConflict(instance, pattern, *movable);
+            PrintConflict(instance, rule, *movable);
             return false;
         }
         instance.objectType = movable->type;
@@ -131,11 +138,15 @@ bool BindObjects(CFSMInstance& instance, const TKvString<char>& pattern,
 /// Resolves one rule. Null after one line on standard error when it binds objects of two types or
 /// includes more than the templates' limit.
 std::unique_ptr<CFSMInstance> BuildFSMInstance(const CKvScriptTreeNode& rule,
-                                               const CPatternMatches& matches,
+                                               const std::vector<const CMovable*>& candidates,
                                                CTemplateList& templates)
 {
+    const KVID& id = KVID::GetSingleton();
     auto instance = std::make_unique<CFSMInstance>();
-    instance->fsmName = rule.GetAttributeValueAsString(KVID::GetSingleton().fsm_name);
+    instance->fsmName = rule.GetAttributeValueAsString(id.fsm_name);
+    instance->parameters.SetGrowthStep(rule.GetChildrenCountById(id.parameter));
+    instance->subObjects.SetGrowthStep(rule.GetChildrenCountById(id.sub_object));
+    instance->overrides.SetGrowthStep(rule.GetChildrenCountById(id.entity));
 
     CTextSet excluded;
     for (int i = 0; i < rule.GetChildCount(); ++i) {
@@ -145,10 +156,7 @@ std::unique_ptr<CFSMInstance> BuildFSMInstance(const CKvScriptTreeNode& rule,
             return nullptr;
         }
     }
-    const TKvString<char> pattern = GetPattern(rule);
-    if (!pattern.IsEmpty() && !BindObjects(*instance, pattern, matches.Of(pattern), excluded))
-        return nullptr;
-    return instance;
+    return BindObjects(*instance, rule, candidates, excluded) ? std::move(instance) : nullptr;
 }
 
 /// The list that a rule's instance belongs to; null when its pattern matched no object, so that
@@ -173,7 +181,7 @@ bool ResolveGameRules(const CKvScriptTreeNode& root, const CKvArray<CMovable>& m
         const CKvScriptTreeNode& rule = *root.GetChild(i);
         if (!IsRule(rule))
             continue;
-        std::unique_ptr<CFSMInstance> instance = BuildFSMInstance(rule, matches, templates);
+        std::unique_ptr<CFSMInstance> instance = BuildFSMInstance(rule, matches.Of(i), templates);
         if (instance == nullptr)
             return false;
         if (CKvArray<CFSMInstance*>* list = ChooseList(rule, *instance, instances)) {

@@ -19,8 +19,11 @@ struct CPlace
 
 CPlace StartObject(const CKvScriptTreeNode& node)
 {
+    const KVID& id = KVID::GetSingleton();
     CPlace place = {&node, 0, {}};
-    place.object.name = node.GetAttributeValueAsString(KVID::GetSingleton().name);
+    place.object.name = node.GetAttributeValueAsString(id.name);
+    place.object.parameters.SetGrowthStep(node.GetChildrenCountById(id.parameter));
+    place.object.subObjects.SetGrowthStep(node.GetChildrenCountById(id.sub_object));
     return place;
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "core/KvSaltedHash.h"
 #include "tool/TemplateObject.h"
 
 class CKvScriptTreeNode;
@@ -43,7 +44,7 @@ public:
 
 private:
     CKvArray<CEntry> m_entries;
-    std::unordered_map<std::string, int> m_lastOfName;
+    std::unordered_map<std::string, int, CKvSaltedHash> m_lastOfName;
     std::int64_t m_included = 0;
 };
 

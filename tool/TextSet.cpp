@@ -2,7 +2,7 @@
 
 CTextSet::CTextSet() : m_nodes(1) {}
 
-void CTextSet::Add(std::string_view text)
+int CTextSet::Add(std::string_view text)
 {
     int place = kRoot;
     for (const char c : text) {
@@ -14,25 +14,7 @@ void CTextSet::Add(std::string_view text)
     if (end.text < 0)
         end.text = m_textCount++;
     m_linked = false;
-}
-
-int CTextSet::Find(std::string_view text) const
-{
-    int place = kRoot;
-    for (const char c : text) {
-        place = FindChild(place, static_cast<unsigned char>(c));
-        if (place < 0)
-            return -1;
-    }
-    return m_nodes[static_cast<std::size_t>(place)].text;
-}
-
-int CTextSet::FindChild(int node, unsigned char byte) const
-{
-    int child = m_nodes[static_cast<std::size_t>(node)].firstChild;
-    while (child >= 0 && m_nodes[static_cast<std::size_t>(child)].byte != byte)
-        child = m_nodes[static_cast<std::size_t>(child)].nextSibling;
-    return child;
+    return end.text;
 }
 
 int CTextSet::AddChild(int node, unsigned char byte)
@@ -43,19 +25,23 @@ int CTextSet::AddChild(int node, unsigned char byte)
     CNode& parent = m_nodes[static_cast<std::size_t>(node)];
     m_nodes.back().nextSibling = parent.firstChild;
     parent.firstChild = child;
+    ++parent.childCount;
+    if (parent.table >= 0)
+        m_tables[static_cast<std::size_t>(parent.table)][byte] = child;
+    else if (parent.childCount > kMostListed)
+        MakeTable(parent);
     return child;
 }
 
-/// The place after one more byte: the longest suffix of what has been read that is in the trie.
-int CTextSet::Advance(int node, unsigned char byte) const
+void CTextSet::MakeTable(CNode& parent)
 {
-    for (;;) {
-        const int child = FindChild(node, byte);
-        if (child >= 0)
-            return child;
-        if (node == kRoot)
-            return kRoot;
-        node = m_nodes[static_cast<std::size_t>(node)].suffix;
+    parent.table = static_cast<int>(m_tables.size());
+    CTable& table = m_tables.emplace_back();
+    table.fill(-1);
+    for (int child = parent.firstChild; child >= 0;) {
+        const CNode& node = m_nodes[static_cast<std::size_t>(child)];
+        table[node.byte] = child;
+        child = node.nextSibling;
     }
 }
 

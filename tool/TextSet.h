@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <array>
 #include <string_view>
 #include <vector>
 
@@ -14,11 +15,9 @@ class CTextSet
 public:
     CTextSet();
 
-    /// Adds a text. Texts are added before the first search; equal texts count once.
-    void Add(std::string_view text);
-
-    /// A number for an added text, from 0 to GetSize() - 1; -1 for a text that was not added.
-    int Find(std::string_view text) const;
+    /// Adds a text and gives its number, from 0 to GetSize() - 1. Texts are added before the first
+    /// search; equal texts count once.
+    int Add(std::string_view text);
 
     int GetSize() const { return m_textCount; }
 
@@ -46,6 +45,10 @@ private:
     {
         int firstChild = -1;
         int nextSibling = -1;
+
+        /// The table of a node with many children, which would take long to walk; -1 for the rest.
+        int table = -1;
+        int childCount = 0;
         unsigned char byte = 0;
 
         /// The text that ends here, or -1.
@@ -61,14 +64,43 @@ private:
         int lastSearch = 0;
     };
 
-    static constexpr int kRoot = 0;
+    /// The child for each byte, or -1. A node gets one with more than kMostListed children: the
+    /// root and few others, so that all tables stay small beside the nodes' own memory.
+    using CTable = std::array<int, 256>;
 
-    int FindChild(int node, unsigned char byte) const;
+    static constexpr int kRoot = 0;
+    static constexpr int kMostListed = 8;
+
+    int FindChild(int node, unsigned char byte) const
+    {
+        const CNode& parent = m_nodes[static_cast<std::size_t>(node)];
+        if (parent.table >= 0)
+            return m_tables[static_cast<std::size_t>(parent.table)][byte];
+        int child = parent.firstChild;
+        while (child >= 0 && m_nodes[static_cast<std::size_t>(child)].byte != byte)
+            child = m_nodes[static_cast<std::size_t>(child)].nextSibling;
+        return child;
+    }
+
+    /// The place after one more byte: the longest suffix of what has been read that is in the trie.
+    int Advance(int node, unsigned char byte) const
+    {
+        for (;;) {
+            const int child = FindChild(node, byte);
+            if (child >= 0)
+                return child;
+            if (node == kRoot)
+                return kRoot;
+            node = m_nodes[static_cast<std::size_t>(node)].suffix;
+        }
+    }
+
     int AddChild(int node, unsigned char byte);
-    int Advance(int node, unsigned char byte) const;
+    void MakeTable(CNode& parent);
     void LinkSuffixes();
 
     std::vector<CNode> m_nodes;
+    std::vector<CTable> m_tables;
     int m_textCount = 0;
     int m_searchCount = 0;
     bool m_linked = false;

@@ -6,6 +6,8 @@
 #include <random>
 #include <unordered_map>
 
+#include "core/KvSipHash.h"
+
 namespace {
 
 struct CEntry
@@ -68,6 +70,18 @@ TEST(KvHashTableTest, HoldsWhatAStandardTableHolds)
     ExpectHoldsWhatAStandardTableHolds<31>();
     ExpectHoldsWhatAStandardTableHolds<4>();  // long clusters of many start slots
     ExpectHoldsWhatAStandardTableHolds<0>();
+}
+
+/// The last value is that of the paper's appendix A, the others those of its reference code.
+TEST(KvSipHashTest, GivesThePublishedValues)
+{
+    constexpr std::string_view kBytes("\0\1\2\3\4\5\6\7\10\11\12\13\14\15\16", 15);
+    const auto hash = [&](std::size_t size) {
+        return KvSipHash(0x0706050403020100, 0x0F0E0D0C0B0A0908, kBytes.substr(0, size));
+    };
+    EXPECT_EQ(hash(0), 0x726FDB47DD0E0E31);
+    EXPECT_EQ(hash(8), 0x93F5F5799A932462);
+    EXPECT_EQ(hash(15), 0xA129CA6149BE45E5);
 }
 
 }  // namespace

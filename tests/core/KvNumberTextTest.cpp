@@ -123,7 +123,9 @@ TEST(KvNumberTextTest, ReadsAndWritesAsTheCLibraryDoes)
         ExpectReadsLikeC(Print("%.17g", number));
         ExpectReadsLikeC(Exact(number));
     }
-    for (const float value : {-0.0F, 0.5e-6F, HUGE_VALF, -HUGE_VALF, -FLT_MAX})
+    // Ties, to an even and to an odd digit, and the ends of the values that integers are used for.
+    for (const float value : {0x1p-7F, -0x3p-7F, 0x1.fffffep23F, 0x1p24F, 0.9999996F, -0.0F,
+                              0.5e-6F, HUGE_VALF, -HUGE_VALF, -FLT_MAX})
         EXPECT_EQ(ToString(value), Print("%f", value));
 }
 

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -158,13 +159,24 @@ TEST(KvFieldWriterTest, FieldsOfAnyLengthKeepTheirOrderUnderTheFileLayersSwapFla
                 writer.WriteBytes(text.data(), before);
                 writer.WriteBytes(text.data() + before, size);
                 writer.WriteU32(0x31323334);
+                CKvFieldWriter collected = CKvFieldWriter::ToMemory(true);
                 CKvFileSystemUnCached::SetSwapDWORDOnWrite(true);
                 writer.WriteBytes("12345", 5);
+                writer.WriteBytes(text.data(), text.size());
+                collected.WriteBytes("123456", 6);
                 CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
                 writer.WriteBytes("12345", 5);
+                collected.WriteBytes(text.data(), text.size());
+                CKvFileSystemUnCached::SetSwapDWORDOnWrite(true);
+                writer.WriteCollected(collected);
+                CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
             }
+            std::string swapped = text;
+            for (std::size_t i = 0; i + 4 <= text.size(); i += 4)
+                std::reverse(swapped.data() + i, swapped.data() + i + 4);
             EXPECT_EQ(file.Commit(), EError::Success);
-            EXPECT_TRUE(folder.Read("out") == text + "12344321512345") << before << ' ' << size;
+            EXPECT_TRUE(folder.Read("out") == text + "123443215" + swapped + "12345432156" + text)
+                << before << ' ' << size;
         }
 }
 

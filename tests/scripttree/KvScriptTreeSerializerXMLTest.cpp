@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <utility>
 
 #include "scripttree/KvXMLSaver.h"
@@ -65,18 +64,6 @@ TEST(KvScriptTreeSerializerXMLTest, SavesAreIndentedAndUnescaped)
     tree.Empty();
     EXPECT_FALSE(Serializer().Save(tree, path));
     EXPECT_EQ(folder.Read("a.xml"), "") << "a tree without root leaves an empty file";
-}
-
-TEST(KvScriptTreeSerializerXMLTest, ATextOfTwoGibibytesIsRefusedBeforeItIsMade)
-{
-    struct CSteps : Serializer
-    {
-        using Serializer::RecursiveDump;
-    };
-    CParsedTree tree("<a/>");
-    TKvString<char> text("kept");
-    EXPECT_FALSE(CSteps().RecursiveDump(tree.GetRootNode(), text, INT_MAX / 4 + 1));
-    EXPECT_EQ(text, TKvString<char>("kept"));
 }
 
 TEST(KvXMLSaverTest, SectionsNestAndValuesAreEscaped)

@@ -227,39 +227,67 @@ TEST(KvScriptTreeTest, EqualityIsDeepAndInOrder)
     }
 }
 
-/// Gives the deepest node.
-Node* MakeLevels(CKvScriptTree& tree, int levels)
+/// A tree of equal names, each node below the one before or all below the root. Gives the last.
+Node* MakeNodes(CKvScriptTree& tree, int count, bool isDeep)
 {
-    Node* deepest = tree.CreateRootNode(Id("deep"));
-    while (--levels > 0)
-        deepest = deepest->AddNewChild(Id("deep"));
-    deepest->AddAttribute({kX, "bottom"});
-    return deepest;
+    Node* parent = tree.CreateRootNode(Id("n"));
+    Node* last = parent;
+    while (--count > 0) {
+        last = parent->AddNewChild(Id("n"));
+        parent = isDeep ? last : parent;
+    }
+    last->AddAttribute({kX, "last"});
+    return last;
 }
 
-TEST(KvScriptTreeTest, AMillionLevelsNeedNoStack)
+void ExpectChildrenGoAndComeBack(Node& node)
 {
-    KvRunOnSmallStack([] {
-        CKvScriptTree tree;
-        Node* const deepest = MakeLevels(tree, 1000000);
-        Node* const root = tree.GetRootNode();
-        EXPECT_EQ(root->FindChildByAttribute(kX, Id("bottom"), true), deepest);
-        const OwnedNode copy(new Node(*root));
-        EXPECT_EQ(*copy, *root);
+    const OwnedNode copy(new Node(node));
+    CKvArray<Node*> children;
+    node.GetChildrenByIdArray(Id("n"), children);
+    node.RemoveChildrenById(Id("n"));
+    EXPECT_EQ(node.GetChildCount(), 0);
+    node.AddChildrenArray(children);
+    EXPECT_EQ(node, *copy);
+    const OwnedNode middle(children[children.GetCount() / 2]);
+    node.RemoveChild(middle.get());
+    EXPECT_EQ(node.GetChildCount(), copy->GetChildCount() - 1);
+}
 
-        const CKvTemporaryFolder folder;
-        const TKvString<char> path = folder.Path("deep").c_str();
-        CKvScriptTree loaded;
-        EXPECT_TRUE(
-            CKvScriptTreeSerializerTML().Save(tree, path, std::endian::native == std::endian::big));
-        ASSERT_TRUE(CKvScriptTreeSerializerTML().Load(loaded, path));
-        EXPECT_EQ(*loaded.GetRootNode(), *root);
-        root->Empty();
+TEST(KvScriptTreeTest, AMillionLevelsOrSiblingsTakeLinearTimeAndNoStack)
+{
+    constexpr int kCount = 1000000;
+    const std::string deepPath = [] {
+        std::string path;
+        for (int i = 0; i < kCount; ++i)
+            path += "n/";
+        return path + "x";
+    }();
+    const std::pair<bool, const char*> rows[] = {{true, deepPath.c_str()}, {false, "n/m/x"}};
+    for (const auto& [isDeep, path] : rows) {
+        KvRunOnSmallStack([&, isDeep = isDeep, path = path] {
+            SCOPED_TRACE(isDeep ? "levels" : "siblings");
+            CKvScriptTree tree;
+            Node* const last = MakeNodes(tree, kCount, isDeep);
+            Node* const root = tree.GetRootNode();
+            EXPECT_EQ(root->FindChildByAttribute(kX, Id("last"), true), last);
+            ExpectChildrenGoAndComeBack(*OwnedNode(new Node(*root)));
 
-        TKvString<char> text;
-        MakeLevels(tree, 2000);  // a million, each indented further, would be terabytes
-        EXPECT_TRUE(CKvScriptTreeSerializerXML().Dump(tree, text));
-    });
+            const CKvTemporaryFolder folder;
+            const TKvString<char> file = folder.Path("tree").c_str();
+            const bool bigEndian = std::endian::native == std::endian::big;
+            CKvScriptTree loaded;
+            EXPECT_TRUE(CKvScriptTreeSerializerTML().Save(tree, file, bigEndian));
+            ASSERT_TRUE(CKvScriptTreeSerializerTML().Load(loaded, file));
+            EXPECT_EQ(*loaded.GetRootNode(), *root);
+
+            TKvString<char> value;
+            last->SetIdentifier(isDeep ? Id("n") : Id("m"));
+            EXPECT_TRUE(tree.GetValueAsString(path, value));
+            EXPECT_EQ(CKvScriptTreeSerializerXML().Dump(tree, value), !isDeep)
+                << "a million levels, each indented further, would be terabytes";
+        });
+    }
 }
 
 }  // namespace
