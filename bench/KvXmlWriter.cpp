@@ -11,9 +11,10 @@ constexpr std::int64_t kMillion = 1'000'000;
 }  // namespace
 
 CKvXmlWriter::CKvXmlWriter(const std::string& path)
-    : m_file(std::fopen(path.c_str(), "wb")), m_good(m_file != nullptr)
+    : m_file(std::fopen(path.c_str(), "wb")),
+      m_good(m_file != nullptr),
+      m_buffer("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n")
 {
-    m_buffer = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 }
 
 CKvXmlWriter::~CKvXmlWriter()

@@ -1,6 +1,5 @@
 # The tests of one folder are one GoogleTest program, listed test by test in CTest.
 
-find_package(GTest REQUIRED)
 include(GoogleTest)
 
 # kv_add_tests(NAME SOURCES file... LINKS target...)

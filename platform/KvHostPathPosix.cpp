@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <string_view>
 
@@ -20,6 +21,24 @@ std::string KvTemporaryPathBeside(const std::string& target)
 {
     return target.substr(0, target.rfind('/') + 1) + ".kv-" +
            std::to_string(KvPlatformRandomSeed()) + ".tmp";
+}
+
+bool KvWasRefused()
+{
+    switch (errno) {
+        case EACCES:
+        case EINVAL:
+        case ENAMETOOLONG:
+        case ENOENT:
+        case ENOSYS:
+        case ENOTDIR:
+        case ENOTSUP:
+        case EPERM:
+        case EROFS:
+            return true;
+        default:
+            return false;
+    }
 }
 
 const int CKvHostPath::kCurrentFolder = AT_FDCWD;

@@ -21,6 +21,11 @@ std::string KvTemporaryPathBeside(const std::string& target);
 /// How many names are tried for a temporary entry before its maker gives up.
 inline constexpr int kKvTemporaryNameTries = 100;
 
+/// Whether the call that has just failed asked for what a name, a permission or a kind of disk does
+/// not allow. Anything else is a failure of the system: no space, an I/O error, no more
+/// descriptors.
+bool KvWasRefused();
+
 /// A path of any length as the system takes it: a folder to start from and a rest that is short
 /// enough. For the calls whose names end in "at". Allocates nothing, so that a temporary can be
 /// removed when memory is short.

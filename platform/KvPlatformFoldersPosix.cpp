@@ -172,13 +172,6 @@ bool CopyLink(const char* source, const char* target)
     return false;
 }
 
-/// Whether an attribute was refused by its file's owner or disk rather than lost by the system.
-bool WasRefused()
-{
-    return errno == EPERM || errno == EACCES || errno == EROFS || errno == ENOTSUP ||
-           errno == ENOSYS || errno == EINVAL;
-}
-
 bool TakeOverAttributes(std::FILE* source, std::FILE* target)
 {
     struct stat from = {};
@@ -188,10 +181,10 @@ bool TakeOverAttributes(std::FILE* source, std::FILE* target)
         return false;
     if (!S_ISREG(to.st_mode))
         return true;
-    if (fchmod(fileno(target), from.st_mode & 0777) != 0 && !WasRefused())
+    if (fchmod(fileno(target), from.st_mode & 0777) != 0 && !KvWasRefused())
         return false;
     const struct timespec times[2] = {{0, UTIME_OMIT}, from.st_mtim};
-    return futimens(fileno(target), times) == 0 || WasRefused();
+    return futimens(fileno(target), times) == 0 || KvWasRefused();
 }
 
 void ClearReadOnly(const char* path)

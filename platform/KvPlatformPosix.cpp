@@ -46,9 +46,10 @@ std::FILE* OpenStream(const char* path, const char* mode)
         openat(host.Folder(), host.Rest(), OpenFlags(mode) | O_CLOEXEC, NewFileMode(mode));
     if (descriptor < 0)
         return nullptr;
-    // A folder opens for reading here, but has no bytes.
+    // A folder opens for reading, but has no bytes.
     struct stat status = {};
-    const bool hasBytes = fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode);
+    const bool hasBytes =
+        *mode != 'r' || (fstat(descriptor, &status) == 0 && !S_ISDIR(status.st_mode));
     std::FILE* stream = hasBytes ? OpenDescriptor(descriptor, mode) : nullptr;
     if (stream == nullptr)
         close(descriptor);
@@ -126,13 +127,15 @@ bool NeedsDirectWrite(const CKvHostPath& target, bool exists, const struct stat&
            faccessat(target.Folder(), target.Rest(), W_OK, AT_EACCESS) != 0;
 }
 
-/// Resolves links in \a path. False when the path is a link whose target is not there.
+/// Resolves links in \a path. False when the path is a link whose target is not there, or the
+/// system cannot tell.
 bool FollowLinks(std::string& path)
 {
     const CKvHostPath link(path);
     struct stat status = {};
-    if (fstatat(link.Folder(), link.Rest(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
-        !S_ISLNK(status.st_mode))
+    if (fstatat(link.Folder(), link.Rest(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return KvWasRefused();
+    if (!S_ISLNK(status.st_mode))
         return true;
     const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr),
                                                                &std::free);
@@ -160,31 +163,36 @@ bool TakeOver(int descriptor, const struct stat& old)
     return fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 
+/// What the folder, the name or the owner forbids is no failure of the system.
+EKvReplacementStatus StatusAfterFailure()
+{
+    return KvWasRefused() ? EKvReplacementStatus::WriteDirectly : EKvReplacementStatus::Failed;
+}
+
 EKvReplacementStatus BeginReplacement(const char* path, const char* mode,
                                       CKvReplacement& replacement)
 {
     replacement.targetPath = KvToHostPath(path);
     if (!FollowLinks(replacement.targetPath))
-        return EKvReplacementStatus::WriteDirectly;
+        return StatusAfterFailure();
     const CKvHostPath target(replacement.targetPath);
     struct stat old = {};
     const bool exists = fstatat(target.Folder(), target.Rest(), &old, 0) == 0;
+    if (!exists && !KvWasRefused())
+        return EKvReplacementStatus::Failed;
     if (NeedsDirectWrite(target, exists, old))
         return EKvReplacementStatus::WriteDirectly;
 
     // Until it has the old file's mode, nobody else may open what will hold its content.
     const int descriptor = CreateTemporary(
         replacement.targetPath, exists ? 0600 : NewFileMode(mode), replacement.temporaryPath);
-    if (descriptor < 0) {
-        // What the folder or the name forbids is no failure of the system.
-        const bool refused = errno == EACCES || errno == EPERM || errno == EROFS ||
-                             errno == ENAMETOOLONG || errno == ENOENT || errno == ENOTDIR;
-        return refused ? EKvReplacementStatus::WriteDirectly : EKvReplacementStatus::Failed;
-    }
+    if (descriptor < 0)
+        return StatusAfterFailure();
     if (exists && !TakeOver(descriptor, old)) {
+        const EKvReplacementStatus status = StatusAfterFailure();
         close(descriptor);
         RemoveTemporary(replacement.temporaryPath);
-        return EKvReplacementStatus::WriteDirectly;
+        return status;
     }
     replacement.stream = OpenDescriptor(descriptor, mode);
     if (replacement.stream == nullptr) {

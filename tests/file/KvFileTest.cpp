@@ -1,12 +1,14 @@
 #include "file/KvFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <climits>
 #include <filesystem>
 #include <string>
 #include <utility>
 
+#include "file/KvFileSystemUnCached.h"
 #include "tests/support/KvCompressedFiles.h"
 #include "tests/support/KvFaultyDisk.h"
 #include "tests/support/KvTemporaryFolder.h"
@@ -58,8 +60,27 @@ TEST_F(KvFileTest, WhatCannotBeOpenedIsRefusedAndWhatIsAppendedToStays)
     EXPECT_EQ(file.Open(path + "absent", EMode::ReadBinary, true), EError::NotOpened);
     Open(file, EMode{3});
     EXPECT_EQ(file.Write("+", 1), 1);
+    EXPECT_EQ(file.Write("-", -1), 0);
     EXPECT_EQ(file.Close(), EError::Success);
     EXPECT_EQ(m_folder.Read("file"), "old+");
+}
+
+TEST_F(KvFileTest, WithoutMemoryForItsSwappedCopyAWriteFailsTheFile)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizer's own memory exceeds any limit";
+#endif
+    CKvFile file;
+    Open(file, EMode::WriteBinary);
+    rlimit before = {};
+    getrlimit(RLIMIT_AS, &before);
+    const rlimit oneGibibyte = {1U << 30, before.rlim_max};
+    setrlimit(RLIMIT_AS, &oneGibibyte);
+    CKvFileSystemUnCached::SetSwapDWORDOnWrite(true);
+    EXPECT_EQ(file.Write("never read", INT_MAX), 0);
+    CKvFileSystemUnCached::SetSwapDWORDOnWrite(false);
+    setrlimit(RLIMIT_AS, &before);
+    EXPECT_EQ(file.Close(), EError::CloseFailed);
 }
 
 TEST_F(KvFileTest, StringsEndAtAZeroTheEndOfTheFileOrTheirGreatestLength)
@@ -111,6 +132,21 @@ TEST_F(KvFileTest, AFileIsReadWholeUnlessItIsTooLarge)
         Open(tooLarge);
         EXPECT_EQ(KvReadWhole(tooLarge), "<null>");
     }
+}
+
+TEST_F(KvFileTest, AFileThatCannotBeMeasuredHasNoSize)
+{
+    m_folder.Write("file", "content");
+    CKvFile file;
+    Open(file);
+    int n = 0;
+    for (bool failed = true; failed;) {
+        CKvFaultyDisk disk(++n, CKvFaultyDisk::EFaults::Once);
+        const int size = file.GetSize();
+        failed = disk.HasFailed();
+        EXPECT_EQ(size, failed ? 0 : 7) << n;
+    }
+    EXPECT_EQ(n, 5);
 }
 
 }  // namespace

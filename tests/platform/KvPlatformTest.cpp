@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/support/KvTemporaryFolder.h"
+#include "tests/support/KvUnprivileged.h"
 
 namespace {
 
@@ -28,6 +29,20 @@ TEST(KvPlatformTest, BothSeparatorsLeadToFilesAndFoldersAreNoFiles)
         EXPECT_EQ(folder.Read("levels/a.level"), "");
         EXPECT_TRUE(KvPlatformFileExists(path.c_str()));
         EXPECT_FALSE(KvPlatformFolders().create(path.c_str()));
+    }
+}
+
+TEST(KvPlatformTest, AStreamThatLostBytesSaysSoWhenItIsClosed)
+{
+    // Lost with the last flush, or with an earlier write that only the stream's state tells of.
+    for (const std::size_t size : {std::size_t{9}, std::size_t{99999}}) {
+        const auto writeToFullDevice = [size] {
+            const CKvDiskOperations& disk = KvPlatformHostDisk();
+            std::FILE* stream = disk.openStream("/dev/full", "wb");
+            disk.writeStream(stream, std::string(size, 'x').data(), size);
+            return disk.closeStream(stream) ? 1 : 0;
+        };
+        EXPECT_EQ(KvRunUnprivileged(writeToFullDevice), 0);
     }
 }
 

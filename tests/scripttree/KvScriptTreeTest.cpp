@@ -182,6 +182,10 @@ TEST(KvScriptTreeTest, WhatIsTakenOutIsNotReleased)
     EXPECT_EQ(TreeText(a), "a{x=1}(b{x=2}(c 't'))");
     a.RemoveChild(b.get());
     EXPECT_EQ(TreeText(*b), "b{x=2}(c 't')");
+    for (const int outside : {-1, 1}) {
+        EXPECT_EQ(std::as_const(a).GetAttribute(outside), Attribute());
+        EXPECT_EQ(a.GetAttribute(outside), Attribute());
+    }
 }
 
 TEST(KvScriptTreeTest, CopiesAreDeepWhereverTheSourceStands)

@@ -22,6 +22,8 @@ namespace {
 class CReference : public CKvScriptTreeSerializerXML
 {
 public:
+    using CKvScriptTreeSerializerXML::ParseTiXmlNode;
+
     CKvOwnedScriptTreeNode ParseWhole(const std::string& text)
     {
         const std::string padded = text + std::string(3, '\0');
@@ -177,6 +179,21 @@ TEST(KvXmlParserTest, LoadsAnyDepthAndAnyCounts)
             EXPECT_EQ(KvParseXml(text.c_str()) != nullptr, loads) << name;
         });
     }
+}
+
+TEST(KvXmlParserTest, NodesOfTinyXmlAreMovedOverAtAnyDepth)
+{
+    KvRunOnSmallStack([] {
+        TiXmlElement root("a");
+        TiXmlNode* deepest = &root;
+        for (int i = 1; i < 200000; ++i)
+            deepest = deepest->LinkEndChild(new TiXmlElement("a"));
+        const CKvOwnedScriptTreeNode moved(new CKvScriptTreeNode);
+        CReference().ParseTiXmlNode(&root, moved.get());
+        EXPECT_TRUE(*moved ==
+                    *KvParseXml((Repeat("<a>", 200000) + Repeat("</a>", 200000)).c_str()));
+        EXPECT_EQ(root.FirstChild(), nullptr);
+    });
 }
 
 }  // namespace

@@ -59,6 +59,10 @@ TEST(KvMemFileReaderTest, ARefusedReadMovesNothingAndLaterOnesThatWouldFitFail)
         EXPECT_FALSE(reader.Read(target.data(), 1));
         EXPECT_EQ(reader.GetRemaining(), 3);
     }
+    CKvMemFileReader ofNegativeSize(image.data(), -1);
+    TKvString<char> text;
+    EXPECT_EQ(ofNegativeSize.GetRemaining(), 0);
+    EXPECT_FALSE(ofNegativeSize.ReadString(text));
 }
 
 }  // namespace

@@ -50,7 +50,8 @@ TEST_F(GameFileCreatorTest, MemoryThatRunsOutFailsTheRunAndKeepsTheOldOutput)
     WriteLevel("<entity_list>" + objects + "</entity_list>");
     int failed = 0;
     int written = 0;
-    for (int limitKiB = 64 * 1024; limitKiB <= 224 * 1024; limitKiB += 40 * 1024) {
+    const int stepKiB = static_cast<int>(sizeof(void*)) * 5 * 1024;  // half the size, half the need
+    for (int limitKiB = stepKiB * 8 / 5; limitKiB <= stepKiB * 28 / 5; limitKiB += stepKiB) {
         m_folder.Write("a.game", "old");
         CKvProcessOptions options;
         options.memoryLimitKiB = limitKiB;
@@ -212,6 +213,18 @@ TEST_F(GameFileCreatorTest, LongNamesAndManyRulesAreTakenAsTheyAre)
         game.find("<entity name=\"" + name + "\">\n            <fsm name=\"" + name + "\">\n"),
         std::string::npos);
     EXPECT_EQ(game.find("name=\"f\""), std::string::npos);
+}
+
+TEST_F(GameFileCreatorTest, SubObjectsNestAsDeepAsADocumentCan)
+{
+    constexpr std::size_t kLevels = 200000;
+    std::string objects;
+    for (std::size_t i = 0; i < 2 * kLevels; ++i)
+        objects += i < kLevels ? "<sub_object>" : "</sub_object>";
+    WriteTemplates(1, "<template name='t'>" + objects + "</template>");
+    WriteRules("<simple_fsm_create fsm_name='f'><template name='t'/></simple_fsm_create>");
+    EXPECT_EQ(Run().status, 0);
+    EXPECT_GT(m_folder.Read("a.game").size(), 24 * kLevels);
 }
 
 TEST_F(GameFileCreatorTest, TheShippedExampleGivesTheSameBytesEverywhere)
