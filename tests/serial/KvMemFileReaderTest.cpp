@@ -48,17 +48,4 @@ TEST(KvMemFileReaderTest, ReadsEachKindAndRefusesEveryTruncation)
     }
 }
 
-TEST(KvMemFileReaderTest, ARefusedReadMovesNothingAndLaterOnesThatWouldFitFail)
-{
-    const Bytes image = {'a', 'b', 'c'};
-    for (const int size : {4, -1, static_cast<int>(0x80000000)}) {
-        CKvMemFileReader reader = ReaderOf(image);
-        Bytes target(4, 0xEE);
-        EXPECT_FALSE(reader.Read(target.data(), size));
-        EXPECT_EQ(target, Bytes(4, size > 0 ? 0 : 0xEE));
-        EXPECT_FALSE(reader.Read(target.data(), 1));
-        EXPECT_EQ(reader.GetRemaining(), 3);
-    }
-}
-
 }  // namespace
