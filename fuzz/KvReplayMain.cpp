@@ -1,9 +1,12 @@
-// Stands in for the fuzz engine: runs each file of the named folders, or each named file, through
-// the target that it is linked with. The file at work is named first, so that a crash tells it.
+// Stands in for the fuzz engine: runs each file of a folder through the target that it is linked
+// with, and variants of it that are the same in every run. The file at work is named first, so that
+// a crash tells it. With "--keep" each input is also written to the file "input" before it is run;
+// a single file is run as it is.
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <vector>
 
 #include "fuzz/KvFuzz.h"
@@ -11,13 +14,61 @@
 
 namespace {
 
-void Replay(const std::filesystem::path& path)
+constexpr int kVariantsOfEach = 30;
+
+/// What grows from a long file takes its time and tells no more.
+constexpr std::size_t kLongestVariant = 2048;
+
+bool s_keeps = false;
+
+std::string ReadFile(const std::filesystem::path& path)
 {
-    std::fprintf(stderr, "%s\n", path.c_str());
     std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void Run(const std::string& input)
+{
+    if (s_keeps)
+        std::ofstream("input", std::ios::binary) << input;
     // Exactly sized, so that the sanitizer sees one byte too many.
-    const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    const std::vector<std::uint8_t> bytes(input.begin(), input.end());
+    LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+}
+
+/// Up to five changes: a byte replaced or added, or a part replaced by a part of another input.
+std::string MakeVariant(std::string input, const std::vector<std::string>& inputs,
+                        std::mt19937& random)
+{
+    const auto below = [&](std::size_t limit) { return random() % limit; };
+    for (std::size_t changes = 1 + below(5); changes > 0; --changes) {
+        const std::size_t at = below(input.size() + 1);
+        const std::string& other = inputs[below(inputs.size())];
+        if (below(2) == 0)
+            input.replace(at, below(2), 1, static_cast<char>(below(256)));
+        else
+            input.replace(at, below(5), other, below(other.size() + 1), below(40));
+    }
+    return input;
+}
+
+void Replay(const std::filesystem::path& folder)
+{
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        paths.push_back(entry.path());
+    std::sort(paths.begin(), paths.end());
+    std::vector<std::string> inputs;
+    for (const auto& path : paths)
+        inputs.push_back(ReadFile(path));
+    KvRequire(!inputs.empty(), "there are inputs");
+    std::mt19937 random;
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        std::fprintf(stderr, "%s\n", paths[i].c_str());
+        Run(inputs[i]);
+        for (int left = kVariantsOfEach; left > 0 && inputs[i].size() <= kLongestVariant; --left)
+            Run(MakeVariant(inputs[i], inputs, random));
+    }
 }
 
 }  // namespace
@@ -25,19 +76,13 @@ void Replay(const std::filesystem::path& path)
 int main(int argumentCount, char** arguments)
 {
     KvPlatformSetDebugOutput([](const char*) {});
-    int count = 0;
     for (int i = 1; i < argumentCount; ++i) {
-        const std::filesystem::path path = arguments[i];
-        if (!std::filesystem::is_directory(path)) {
-            Replay(path);
-            ++count;
-            continue;
-        }
-        for (const auto& entry : std::filesystem::directory_iterator(path)) {
-            Replay(entry.path());
-            ++count;
-        }
+        if (std::string_view(arguments[i]) == "--keep")
+            s_keeps = true;
+        else if (!std::filesystem::is_regular_file(arguments[i]))
+            Replay(arguments[i]);
+        else
+            Run(ReadFile(arguments[i]));
     }
-    std::fprintf(stderr, "%d inputs\n", count);
-    return count > 0 ? 0 : 1;  // a corpus that is not there must not pass
+    return 0;
 }
