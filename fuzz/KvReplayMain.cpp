@@ -58,9 +58,8 @@ void Replay(const std::filesystem::path& folder)
     for (const auto& entry : std::filesystem::directory_iterator(folder))
         paths.push_back(entry.path());
     std::sort(paths.begin(), paths.end());
-    std::vector<std::string> inputs;
-    for (const auto& path : paths)
-        inputs.push_back(ReadFile(path));
+    std::vector<std::string> inputs(paths.size());
+    std::transform(paths.begin(), paths.end(), inputs.begin(), ReadFile);
     KvRequire(!inputs.empty(), "there are inputs");
     std::mt19937 random;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
