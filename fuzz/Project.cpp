@@ -28,15 +28,15 @@ CKvScriptTreeNode LoadEditorSettings()
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     CKvFuzzInput input(data, size);
-    const TKvString<char> extension = KvText(input.TakeUpTo('\n'));
+    const std::string extension = input.TakeUpTo('\n');
     CKvMemoryDisk disk;
     disk.Write(kPath, input.TakeRest());
 
     CKvProject project(kPath);
     project.Initialize();
     CKvScriptTreeNode settings = LoadEditorSettings();
-    if (!extension.IsEmpty())
-        project.AddExtension(extension);
+    if (!extension.empty())
+        project.AddExtension(KvText(extension));
     const std::string before = disk.Read(kPath);
     if (project.Save()) {
         CKvProject again(kPath);
