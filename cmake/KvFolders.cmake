@@ -29,7 +29,7 @@ function(kv_add_folder name)
     endif()
 
     # That headers compile alone need not be shown once more by a build that looks for faults at run time.
-    if(KV_SANITIZE)
+    if(KV_SANITIZE OR KV_COVERAGE)
         return()
     endif()
     add_library(kv_${name}_headers OBJECT ${alone})

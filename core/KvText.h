@@ -8,6 +8,7 @@
 #include <cstring>
 #include <cwchar>
 #include <string>
+#include <type_traits>
 
 /// ASCII upper case becomes lower case; every other unit stays.
 template <typename T>
@@ -34,8 +35,14 @@ template <typename T>
 {
     if (text == nullptr)
         return 0;
-    const T* end = std::char_traits<T>::find(text, limit, T());
-    return end != nullptr ? static_cast<std::size_t>(end - text) : limit;
+    if constexpr (std::is_same_v<T, char>) {  // memchr alone may be given more than there is
+        const T* end = std::char_traits<T>::find(text, limit, T());
+        return end != nullptr ? static_cast<std::size_t>(end - text) : limit;
+    }
+    std::size_t length = 0;
+    while (length < limit && text[length] != T())
+        ++length;
+    return length;
 }
 
 /// -1, 0 or 1; the shorter of two texts that start alike sorts first.

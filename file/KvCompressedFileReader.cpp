@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "core/KvOutOfMemory.h"
 #include "file/KvFile.h"
 #include "file/KvFileSystemUnCached.h"
 
@@ -25,6 +26,8 @@ CKvLzmaProgress Copy(std::span<const unsigned char> from, std::span<unsigned cha
 CKvCompressedFileReader::CKvCompressedFileReader(CKvFile* file, int& size)
     : m_file(file), m_buffers(new (std::nothrow) CBuffer[2])
 {
+    if (m_buffers == nullptr)
+        KvNoteOutOfMemory();
     m_isRefused = !Begin();
     if (m_isRefused)
         m_fileLeft = m_outputSize = 0;

@@ -13,8 +13,6 @@
 #include "core/KvString.h"
 #include "file/KvFileSystemUnCached.h"
 
-class CKvFileHandle;
-
 /// A write that failed marks the handle, so that closing it tells; Flush() tells at once. The file
 /// layer's swap flag applies to each field by itself, as it is when the field is written.
 class CKvFieldWriter

@@ -9,6 +9,7 @@
 #include <new>
 #include <utility>
 
+#include "core/KvOutOfMemory.h"
 #include "file/KvCompressedFile.h"
 
 static_assert(kKvLzmaPropertiesSize == LZMA_PROPS_SIZE);
@@ -104,8 +105,12 @@ bool CKvLzmaDecoder::Begin(const unsigned char* properties, std::uint64_t stream
     // A dictionary larger than the output is never read, so its size is no reason to allocate it.
     const Properties capped = CapDictionary(properties, std::max(kSmallestDictionary, outputSize));
     std::unique_ptr<CState> state(new (std::nothrow) CState);
-    if (state == nullptr ||
-        LzmaDec_Allocate(&state->decoder, capped.data(), capped.size(), &s_decoderMemory) != SZ_OK)
+    const SRes allocated = state != nullptr ? LzmaDec_Allocate(&state->decoder, capped.data(),
+                                                               capped.size(), &s_decoderMemory)
+                                            : SZ_ERROR_MEM;
+    if (allocated == SZ_ERROR_MEM)
+        KvNoteOutOfMemory();
+    if (allocated != SZ_OK)
         return false;
     LzmaDec_Init(&state->decoder);
     m_state = std::move(state);

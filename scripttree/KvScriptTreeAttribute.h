@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <utility>
 
 #include "core/KvIdentifier.h"
 #include "core/KvString.h"

@@ -42,7 +42,7 @@ public:
     void SetText(const char* text) { m_text = text; }
 
     /// Says how many attributes and children are about to be added, so that the first append makes
-    /// room for exactly these. For lists that are still empty.
+    /// room for exactly these. Lists that have room already are left alone.
     void ExpectCounts(int attributeCount, int childCount);
 
     // --- Attributes

@@ -79,8 +79,10 @@ bool CKvScriptTreeSerializerTML::RecursiveSave(CKvFileHandle* handle, CKvScriptT
                                                CKvArray<CKvIdentifier>& names, bool bigEndian)
 {
     CKvTmlWriter writer(handle, bigEndian, names);
+    const int knownCount = writer.GetNames().GetCount();
     writer.WriteTree(*node);
-    names = writer.GetNames();
+    for (int i = knownCount; i < writer.GetNames().GetCount(); ++i)
+        names.Add(writer.GetNames()[i]);
     return true;
 }
 

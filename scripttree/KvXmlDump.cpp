@@ -58,6 +58,7 @@ void AppendText(TSink& sink, const char* text)
     sink.Append(text, std::strlen(text));
 }
 
+/// Without a copy of the text, of which a document has millions.
 template <class TSink>
 void AppendName(TSink& sink, const CKvIdentifier& name)
 {

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "core/KvId.h"
+#include "core/KvOutOfMemory.h"
 #include "core/KvText.h"
 #include "core/KvTrace.h"
 #include "scripttree/KvScriptTree.h"
@@ -92,12 +93,17 @@ bool ReadLevel(const TKvString<char>& path, CKvArray<CMovable>& movables)
     return true;
 }
 
-/// A path that is empty or does not load is skipped.
+/// A path that is empty or does not load is skipped. Memory that runs out is no reason to skip one:
+/// the output would lack what the rules include.
 bool ReadTemplates(const TKvString<char>& path, CTemplateList& templates)
 {
     CKvScriptTree document;
     CKvScriptTreeSerializerXML serializer;
-    if (path.IsEmpty() || !serializer.Load(document, path))
+    const int outOfMemoryBefore = KvGetOutOfMemoryCount();
+    const bool loaded = !path.IsEmpty() && serializer.Load(document, path);
+    if (KvGetOutOfMemoryCount() != outOfMemoryBefore)
+        throw std::bad_alloc();
+    if (!loaded)
         return true;
     if (!HasRoot(document, KVID::GetSingleton().template_list)) {
         std::printf("Error: Invalid .template file\n");

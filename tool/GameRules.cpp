@@ -121,7 +121,8 @@ void PrintConflict(const CFSMInstance& instance, const CKvScriptTreeNode& rule,
 bool BindObjects(CFSMInstance& instance, const CKvScriptTreeNode& rule,
                  const std::vector<const CMovable*>& candidates, CTextSet& excluded)
 {
-    instance.objectNames.SetGrowthStep(static_cast<int>(candidates.size()));
+    if (excluded.GetSize() == 0)  // else few may be left
+        instance.objectNames.SetGrowthStep(static_cast<int>(candidates.size()));
     for (const CMovable* movable : candidates) {
         if (excluded.OccursIn(movable->name.GetText()))
             continue;

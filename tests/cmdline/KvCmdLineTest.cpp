@@ -3,7 +3,6 @@
 #include <bit>
 #include <cmath>
 #include <deque>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -113,49 +112,12 @@ std::vector<std::string> Split(const std::string& line)
     return words;
 }
 
-/// Writes words as one line that splits into them, with quotes opened and closed at random.
-/// A backslash must not come to stand before a quote that opens or closes.
-std::string Join(const std::vector<std::string>& words, std::mt19937& random)
-{
-    std::string line;
-    for (const std::string& word : words) {
-        bool isQuoted = false;
-        line += word.empty() ? "\"\"" : "";
-        for (std::size_t i = 0; i < word.size(); ++i) {
-            const std::size_t ahead = word.find_first_not_of('\\', i);
-            const bool mustBeQuoted =
-                ahead != word.npos && word.find_first_of(" \t\r\n", ahead) == ahead;
-            const bool isAfterBackslash = i > 0 && word[i - 1] == '\\';
-            if (!isAfterBackslash && (ahead == word.npos ? isQuoted
-                                      : mustBeQuoted     ? !isQuoted
-                                                         : random() % 4 == 0)) {
-                line += '"';
-                isQuoted = !isQuoted;
-            }
-            if (word[i] == '"')
-                line += isQuoted && !isAfterBackslash && random() % 2 == 0 ? '"' : '\\';
-            line += word[i];
-        }
-        line += isQuoted ? "\" " : " ";
-    }
-    return line;
-}
-
+// That quoted words come back from any line is held by fuzz/CommandLine.cpp and its corpus.
 TEST(KvCmdLineTest, WordsOfALineAreSplitAsQuoted)
 {
     EXPECT_EQ(Split(R"( a "b c" d\"e "f""g" )"),
               (std::vector<std::string>{"a", "b c", "d\"e", "f\"g"}));
     EXPECT_EQ(Split("\"\"\t\\\\x\r\n\"open  "), (std::vector<std::string>{"", "\\\\x", "open  "}));
-
-    std::mt19937 random(20240301);
-    for (int round = 0; round < 20000; ++round) {
-        std::string line;
-        for (std::size_t i = random() % 20; i > 0; --i)
-            line += "ab \t\r\n\"\"\"\\\\"[random() % 11];
-        const std::vector<std::string> words = Split(line);
-        const std::string joined = Join(words, random);
-        ASSERT_EQ(Split(joined), words) << line << "\n" << joined;
-    }
 }
 
 TEST(KvCmdLineTest, EveryFormOfAWordHasItsMeaning)

@@ -44,23 +44,32 @@ TEST_F(GameFileCreatorTest, MemoryThatRunsOutFailsTheRunAndKeepsTheOldOutput)
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "the sanitizer's own memory exceeds any limit";
 #endif
-    std::string objects;
+    std::string many;
     for (int i = 0; i < 150000; ++i)
-        objects += "<entity name='a value that takes a block of its own'/>";
-    WriteLevel("<entity_list>" + objects + "</entity_list>");
-    int failed = 0;
-    int written = 0;
+        many += "<entity name='a value that takes a block of its own'/>";
+    const std::string few = "<entity name='door'/>";
+    WriteRules(
+        "<fsm_create fsm_name='f' name_include_string='door'><template name='t'/></fsm_create>");
     const int stepKiB = static_cast<int>(sizeof(void*)) * 5 * 1024;  // half the size, half the need
-    for (int limitKiB = stepKiB * 8 / 5; limitKiB <= stepKiB * 28 / 5; limitKiB += stepKiB) {
-        m_folder.Write("a.game", "old");
-        CKvProcessOptions options;
-        options.memoryLimitKiB = limitKiB;
-        const int status = Run(Arguments(), options).status;
-        EXPECT_TRUE(status == 0 || status == 255) << status;
-        EXPECT_EQ(m_folder.Read("a.game") == "old", status != 0);
-        ++(status == 0 ? written : failed);
+    for (const bool isLevelLarge : {false, true}) {
+        WriteLevel("<entity_list>" + (isLevelLarge ? few + many : few) + "</entity_list>");
+        WriteTemplates(1,
+                       (isLevelLarge ? "" : many) + "<template name='t'><parameter/></template>");
+        ASSERT_EQ(Run().status, 0);
+        const std::string complete = m_folder.Read("a.game");
+        int failed = 0;
+        int written = 0;
+        for (int limitKiB = stepKiB * 8 / 5; limitKiB <= stepKiB * 28 / 5; limitKiB += stepKiB) {
+            m_folder.Write("a.game", "old");
+            CKvProcessOptions options;
+            options.memoryLimitKiB = limitKiB;
+            const int status = Run(Arguments(), options).status;
+            EXPECT_TRUE(status == 0 || status == 255) << status;
+            EXPECT_EQ(m_folder.Read("a.game"), status == 0 ? complete : "old");
+            ++(status == 0 ? written : failed);
+        }
+        EXPECT_TRUE(failed > 0 && written > 0) << failed;
     }
-    EXPECT_TRUE(failed > 0 && written > 0) << failed;
 }
 
 TEST_F(GameFileCreatorTest, AnythingButSixArgumentsGivesTheUsageAndTouchesNothing)
