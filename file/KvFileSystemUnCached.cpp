@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <new>
 
 #include "core/KvByteOrder.h"
 #include "file/KvBigFile.h"
@@ -56,10 +56,17 @@ int ToIntOr(int otherwise, std::int64_t value)
     return value >= 0 && value <= INT_MAX ? static_cast<int>(value) : otherwise;
 }
 
+struct CFreeMemory
+{
+    void operator()(void* block) const { std::free(block); }
+};
+
 /// Writes a copy of the data that is reversed word by word.
 std::size_t WriteSwapped(std::FILE* stream, const void* data, std::size_t sizeBytes)
 {
-    const std::unique_ptr<unsigned int[]> copy(new (std::nothrow) unsigned int[sizeBytes / 4 + 1]);
+    // An array of words throws where their number times their size exceeds a system of 32 bits.
+    const std::unique_ptr<unsigned int, CFreeMemory> copy(
+        static_cast<unsigned int*>(std::malloc(sizeBytes)));
     if (copy == nullptr)
         return 0;
     std::memcpy(copy.get(), data, sizeBytes);

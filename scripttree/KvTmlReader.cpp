@@ -25,7 +25,7 @@ class CRecentNames
 public:
     const CKvIdentifier& Get(std::uint64_t crc)
     {
-        CKvIdentifier& recent = m_names[crc % m_names.size()];
+        CKvIdentifier& recent = m_names[static_cast<std::size_t>(crc) % m_names.size()];
         if (recent.GetCrc64() != crc)
             recent = CKvIdentifier(crc);
         return recent;

@@ -69,17 +69,17 @@ std::string Exact(double value)
 }
 
 /// Reads value after value until one fails; both readers must agree on each value and position.
-template <typename V>
+template <typename TReference, typename V>
 void ExpectScansLike(const char* text, const char* format, bool (*scan)(const char*&, V&))
 {
     for (bool isRead = true; isRead;) {
-        V expected = 77;
+        TReference expected = 77;
         V value = 77;
         int consumed = 0;
         const char* const before = text;
         isRead = std::sscanf(text, format, &expected, &consumed) == 1;
         ASSERT_EQ(scan(text, value), isRead) << before;
-        ASSERT_EQ(Exact(value), Exact(expected)) << before;
+        ASSERT_EQ(Exact(value), Exact(static_cast<V>(expected))) << before;
         ASSERT_EQ(text - before, isRead ? consumed : 0) << before;
     }
 }
@@ -91,14 +91,15 @@ void ExpectReadsLikeC(const std::string& source)
     SCOPED_TRACE(testing::PrintToString(source.substr(0, 200)));
     long long s64 = 0;
     std::sscanf(text, "%lli", &s64);
-    ASSERT_EQ(kvStringToS32(text), std::atoi(text));
-    ASSERT_EQ(kvStringToU32(text), static_cast<unsigned>(std::strtoul(text, nullptr, 10)));
+    // Integers of 32 bits are read as those of 64 are and then cut, whatever the size of a long.
+    ASSERT_EQ(kvStringToS32(text), static_cast<int>(std::strtoll(text, nullptr, 10)));
+    ASSERT_EQ(kvStringToU32(text), static_cast<unsigned>(std::strtoull(text, nullptr, 10)));
     ASSERT_EQ(kvStringToS64(text), s64);
     ASSERT_EQ(kvStringToU64(text), static_cast<unsigned long long>(s64));
     ASSERT_EQ(Exact(kvStringToDouble(text)), Exact(std::atof(text)));
     ASSERT_EQ(Exact(kvStringToDouble(wide.c_str())), Exact(std::atof(text)));
     ASSERT_EQ(Exact(kvStringToFloat(text)), Exact(static_cast<float>(std::atof(text))));
-    ExpectScansLike<int>(text, "%d%n", kvScanInt);
+    ExpectScansLike<long long>(text, "%lld%n", kvScanInt);
     ExpectScansLike<float>(text, "%f%n", kvScanFloat);
 }
 

@@ -12,6 +12,7 @@
 #include "core/KvIdentifier.h"
 #include "file/KvBigFileGenerator.h"
 #include "file/KvFileSystemUnCached.h"
+#include "tests/scripttree/KvAllocationWatch.h"
 #include "tests/support/KvCompressedFiles.h"
 #include "tests/support/KvDocumentedBytes.h"
 #include "tests/support/KvFaultyDisk.h"
@@ -90,6 +91,12 @@ protected:
             contents += Read(byIndex, 64);
             CKvFile file(byIndex);
             contents += '=' + KvReadWhole(file);
+            int size = 0;
+            CKvAllocationWatch watch;
+            delete[] static_cast<unsigned char*>(file.ReadEntireFile(size));
+            watch.Stop();
+            EXPECT_LT(watch.totalBytes, 65536U) << "whatever size the table tells";
+            EXPECT_GE(file.GetSize(), 0);
             EXPECT_LE(Read(byName, 64).size(), 64U);
             EXPECT_TRUE(archive.FileClose(byIndex));
             archive.FileClose(byName);
@@ -197,7 +204,11 @@ TEST_F(KvBigFileTest, HandlesOutliveTheirArchive)
     EXPECT_EQ(archive.Open(path, EMode::WriteBinary), EError::ModeNotAllowed);
     ASSERT_EQ(archive.Open(path, EMode::ReadBinary), EError::Success);
     EXPECT_EQ(archive.Open(path, EMode::ReadBinary), EError::ArchiveNotOpened);
-    EXPECT_TRUE(archive.FileOpenByIndex(-1) == nullptr && archive.FileOpenByIndex(2) == nullptr);
+    for (const int outside : {-1, 2}) {
+        EXPECT_EQ(archive.FileOpenByIndex(outside), nullptr);
+        EXPECT_EQ(archive.GetFileNameCrcByIndex(outside), 0U);
+        EXPECT_EQ(archive.GetFileNameByIndex(outside), "");
+    }
     CKvFileHandle* closedBefore = archive.FileOpen("a.txt");
     CKvFileHandle* closedByArchive = archive.FileOpen("A.txt");
     CKvFileHandle* closedBySystem = archive.FileOpenByIndex(0);
@@ -238,6 +249,8 @@ TEST_F(KvBigFileTest, TablesThatLieAreRefusedAndHostileMembersAreEmpty)
     const std::vector<std::string> refused = {
         Archive(2, good),
         Archive(INT_MAX, good),
+        Archive(1000000, good),
+        Bytes(3) + Bytes(0) + "data",  // no room for the count
         Archive(1, good.substr(0, 17)),
         Archive(1, Record(longest + "n", 5000, 4)),
         Archive(1, std::string(30, 'n')),  // a name without end
@@ -246,7 +259,11 @@ TEST_F(KvBigFileTest, TablesThatLieAreRefusedAndHostileMembersAreEmpty)
     };
     for (const std::string& bytes : refused) {
         CKvBigFile archive;
-        EXPECT_EQ(Open(archive, bytes), EError::ArchiveNotOpened) << &bytes - refused.data();
+        CKvAllocationWatch watch;
+        const EError error = Open(archive, bytes);
+        watch.Stop();
+        EXPECT_EQ(error, EError::ArchiveNotOpened) << &bytes - refused.data();
+        EXPECT_LT(watch.totalBytes, 65536U) << &bytes - refused.data();
         EXPECT_EQ(archive.GetNumFiles(), 0);
     }
     CKvBigFile tooLarge;
@@ -365,9 +382,10 @@ TEST_F(KvBigFileTest, WhatCannotBeArchivedIsRefusedAndChangedSourcesAreToo)
 TEST_F(KvBigFileTest, TheFirstEntryOfACrcIsFoundWhileEntriesAreAdded)
 {
     CKvBigFileFAT fat;
-    for (int i = 0; i < 1000; ++i) {
-        // CRCs that a table without salt would put into one slot, each of them twice.
-        const std::uint64_t crc = std::uint64_t(i / 2) << 48;
+    // CRCs that a table without salt would put into one slot, each of them twice, and so many that
+    // it would be hours before they were found.
+    for (int i = 0; i < 1000000; ++i) {
+        const std::uint64_t crc = std::uint64_t(i / 2) << 32;
         fat.AddEntry(CKvBigFileEntry(crc, "", 0, i));
         ASSERT_NE(fat.FindEntry(crc), nullptr);
         EXPECT_EQ(fat.FindEntry(crc)->GetSize(), i / 2 * 2);

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -153,10 +154,11 @@ TEST_F(KvDirectoryTest, RandomTreesAreListedAsTold)
 
 TEST_F(KvDirectoryTest, TheTimeOfAFileIsTheLaterOfCreationAndLastWrite)
 {
-    using namespace std::chrono;
-    const auto in2100 = sys_seconds(4'102'444'800s) + 1'234'567ns;
-    fs::last_write_time(m_folder.Write("future", ""), file_clock::from_sys(in2100));
-    fs::last_write_time(m_folder.Write("past", ""), file_clock::from_sys(sys_seconds(1s)));
+    // Through the system: the standard library's times end in 2038 where it has 32 bits.
+    const timespec future[] = {{0, UTIME_OMIT}, {4'102'444'800, 1'234'567}};
+    const timespec past1970[] = {{0, UTIME_OMIT}, {1, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, m_folder.Write("future", "").c_str(), future, 0), 0);
+    ASSERT_EQ(utimensat(AT_FDCWD, m_folder.Write("past", "").c_str(), past1970, 0), 0);
     CKvArray<KvFindFile> files;
     KvEnumerateDirectory(".", files);
     ASSERT_EQ(files.GetCount(), 2);
