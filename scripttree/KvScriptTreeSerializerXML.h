@@ -31,8 +31,8 @@ public:
     /// The same from an open handle, which stays open and is read from its start.
     [[nodiscard]] virtual bool LoadXmlFromFileHandle(CKvScriptTree& tree, CKvFileHandle* handle);
 
-    /// Replaces the tree by the document in \a text, up to its first zero byte. Names get registered
-    /// as they are read, also those of a text that then fails.
+    /// Replaces the tree by the document in \a text, up to its first zero byte. Names get
+    /// registered as they are read, also those of a text that then fails.
     ///
     /// Errors: false and an empty tree for a text that is not well-formed, has no element or does
     ///         not fit into memory. Nesting and counts are not limited.
