@@ -175,8 +175,9 @@ TEST(KvFieldWriterTest, FieldsOfAnyLengthKeepTheirOrderUnderTheFileLayersSwapFla
             for (std::size_t i = 0; i + 4 <= text.size(); i += 4)
                 std::reverse(swapped.data() + i, swapped.data() + i + 4);
             EXPECT_EQ(file.Commit(), EError::Success);
-            EXPECT_TRUE(folder.Read("out") == text + "123443215" + swapped + "12345432156" + text)
-                << before << ' ' << size;
+            std::string expected = text;
+            expected.append("123443215").append(swapped).append("12345432156").append(text);
+            EXPECT_TRUE(folder.Read("out") == expected) << before << ' ' << size;
         }
 }
 
