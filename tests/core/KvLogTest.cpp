@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <string>
+#include <utility>
 
 #include "platform/KvPlatform.h"
 #include "tests/support/KvTemporaryFolder.h"
@@ -72,6 +74,17 @@ TEST_F(KvLogTest, EachMessageReachesTheFilesOfItsLevels)
     KvLogRelease();
     log(16, 0x800, 7);
     EXPECT_EQ(WithoutStamps(m_folder.Read("_logs/tool_fatal.log")), grave);
+}
+
+TEST_F(KvLogTest, ANameWhosePathsWouldBeCutGivesNoFiles)
+{
+    for (const auto& [length, files] : {std::pair<std::size_t, int>{237, 6}, {238, 0}}) {
+        KvLogInit(std::string(length, 'n').c_str());
+        const fs::directory_iterator logs(m_folder.Path("_logs"));
+        EXPECT_EQ(std::distance(logs, fs::directory_iterator()), files) << length;
+        KvLogRelease();
+        fs::remove_all(m_folder.Path("_logs"));
+    }
 }
 
 TEST_F(KvLogTest, LongLinesAreCutAndKeepTheirLineFeed)
